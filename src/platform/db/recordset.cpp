@@ -1,0 +1,96 @@
+#include "platform/db/recordset.h"
+
+#include "platform/db/connection.h"
+#include "platform/db/engine_error.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QRegularExpression>
+#include <QSqlRecord>
+
+namespace db {
+
+Recordset::Recordset() = default;
+
+Recordset::~Recordset() {
+    close();
+}
+
+bool Recordset::open(const QString& sql, Connection& connection) {
+    close();
+    error_.clear();
+    if (!connection.isOpen()) {
+        error_ = Error{kNotOpen, QStringLiteral("接続が開かれていません")};
+        return false;
+    }
+    const Translation t = translate(sql, connection.target());
+    if (!t.ok) {
+        error_ = t.error;
+        return false;
+    }
+    query_ = std::make_unique<QSqlQuery>(connection.database());
+    query_->setForwardOnly(true);
+    if (!query_->exec(t.sql)) {
+        error_ = engineError(query_->lastError());
+        query_.reset();
+        return false;
+    }
+    open_ = true;
+    // The desktop engine names a column of a joined table "name:2" when the join
+    // is turned round inside it; the program knows the column by its name.
+    const QSqlRecord record = query_->record();
+    static const QRegularExpression suffix(QStringLiteral(":[0-9]+$"));
+    for (int i = 0; i < record.count(); ++i) {
+        QString name = record.fieldName(i);
+        if (connection.engine() == Engine::Sqlite)
+            name.remove(suffix);
+        names_.append(name);
+    }
+    moveNext();
+    bof_ = eof_;
+    return !error_.failed();
+}
+
+void Recordset::close() {
+    if (query_) {
+        query_->finish();
+        query_.reset();
+    }
+    open_ = false;
+    names_.clear();
+    bof_ = eof_ = true;
+}
+
+Field Recordset::field(const QString& name) const {
+    if (!query_ || eof_)
+        return {};
+    const int index = indexOf(name);
+    if (index < 0)
+        return {};
+    return Field{query_->value(index), true};
+}
+
+// Names compare without regard to case; with two columns of one name the first counts.
+int Recordset::indexOf(const QString& name) const {
+    for (qsizetype i = 0; i < names_.size(); ++i)
+        if (names_.at(i).compare(name, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    return -1;
+}
+
+void Recordset::moveNext() {
+    if (!query_ || !query_->isSelect()) {
+        eof_ = true;
+        return;
+    }
+    if (!query_->next()) {
+        eof_ = true;
+        if (query_->lastError().isValid())
+            error_ = engineError(query_->lastError());
+    } else {
+        eof_ = false;
+    }
+}
+
+} // namespace db

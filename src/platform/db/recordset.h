@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/db/error.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+
+class QSqlQuery;
+
+namespace db {
+
+class Connection;
+
+// One column of the current row.
+struct Field {
+    QVariant value;
+    bool exists = false; // false when the recordset has no column of that name
+
+    bool isNull() const { return !exists || value.isNull(); }
+    QString text() const { return isNull() ? QString() : value.toString(); }
+};
+
+// A forward-only, read-only recordset over the result of one statement.
+class Recordset {
+public:
+    Recordset();
+    ~Recordset();
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    // Runs the statement on the connection. False when it failed; the
+    // recordset may then be closed as any other.
+    bool open(const QString& sql, Connection& connection);
+    void close();
+    bool isOpen() const { return open_; }
+
+    // Before the first row / behind the last row. Both are true for an empty result.
+    bool bof() const { return bof_; }
+    bool eof() const { return eof_; }
+
+    // The column of the current row; names compare without regard to case.
+    Field field(const QString& name) const;
+    void moveNext();
+
+    const Error& lastError() const { return error_; }
+
+private:
+    int indexOf(const QString& name) const;
+
+    std::unique_ptr<QSqlQuery> query_;
+    QStringList names_; // the column names of the result, as the program knows them
+    bool open_ = false;
+    bool bof_ = true;
+    bool eof_ = true;
+    Error error_;
+};
+
+} // namespace db

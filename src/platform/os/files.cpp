@@ -1,0 +1,78 @@
+#include "platform/os/files.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace os {
+
+bool fileExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(path).isFile();
+}
+
+bool folderExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(path).isDir();
+}
+
+bool copyFile(const QString& source, const QString& target) {
+    if (!fileExists(source))
+        return false;
+    if (QFileInfo::exists(target)) {
+        QFile::setPermissions(target, QFile::permissions(target) | QFileDevice::WriteOwner);
+        if (!QFile::remove(target))
+            return false;
+    }
+    return QFile::copy(source, target);
+}
+
+bool copyFolder(const QString& source, const QString& target) {
+    if (!folderExists(source) || !QDir().mkpath(target))
+        return false;
+    bool ok = true;
+    QDirIterator it(source, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    while (it.hasNext()) {
+        it.next();
+        const QString to = QDir(target).filePath(it.fileName());
+        ok = (it.fileInfo().isDir() ? copyFolder(it.filePath(), to) : copyFile(it.filePath(), to)) && ok;
+    }
+    return ok;
+}
+
+bool removeFolder(const QString& path) {
+    if (!folderExists(path))
+        return false;
+    QDirIterator it(path, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        it.next();
+        QFile::setPermissions(it.filePath(), QFile::permissions(it.filePath()) | QFileDevice::WriteOwner);
+    }
+    return QDir(path).removeRecursively();
+}
+
+bool makeFolder(const QString& path, int* errorNumber, QString* errorText) {
+    if (::mkdir(QFile::encodeName(path).constData(), 0777) == 0 || folderExists(path))
+        return true;
+    const int e = errno;
+    if (errorNumber)
+        *errorNumber = e;
+    if (errorText)
+        *errorText = QString::fromLocal8Bit(std::strerror(e));
+    return false;
+}
+
+bool removeFile(const QString& path) {
+    return QFile::remove(path);
+}
+
+QStringList listFolder(const QString& folder, const QString& pattern) {
+    return QDir(folder).entryList({pattern}, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System,
+                                  QDir::Unsorted);
+}
+
+} // namespace os

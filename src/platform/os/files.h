@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The file system as the program uses it. Paths use '/'.
+namespace os {
+
+bool fileExists(const QString& path);
+bool folderExists(const QString& path);
+// Copies one file; an existing target is overwritten.
+bool copyFile(const QString& source, const QString& target);
+// Copies a folder with everything in it; existing files are overwritten.
+bool copyFolder(const QString& source, const QString& target);
+// Deletes a folder with its contents, read-only ones included.
+bool removeFolder(const QString& path);
+// Makes one folder (its parent must exist). On failure the system's error
+// number and text are given back.
+bool makeFolder(const QString& path, int* errorNumber = nullptr, QString* errorText = nullptr);
+bool removeFile(const QString& path);
+// Names (without folder) of the entries of a folder that match a wildcard
+// pattern, in the file system's own order.
+QStringList listFolder(const QString& folder, const QString& pattern);
+
+} // namespace os

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/ui/messages.h"
+#include "platform/ui/waitbox.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// Message boxes answered from a queue; every text shown is kept.
+class RecordingMessages : public ui::Messages {
+public:
+    struct Shown {
+        QString text;
+        ui::Buttons buttons;
+        int defaultButton;
+    };
+    QList<Shown> shown;
+    QList<ui::Answer> answers; // taken from the front; the default button when empty
+
+    ui::Answer show(const QString& text, ui::Buttons buttons, int defaultButton) override {
+        shown.append({text, buttons, defaultButton});
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        if (buttons == ui::Buttons::Ok)
+            return ui::Answer::Ok;
+        return defaultButton == 2 ? ui::Answer::No : ui::Answer::Yes;
+    }
+    QStringList texts() const {
+        QStringList out;
+        for (const Shown& s : shown)
+            out.append(s.text);
+        return out;
+    }
+};
+
+// A wait box that only counts how often it was shown.
+class CountingWaitBox : public ui::WaitBox {
+public:
+    int shownCount = 0;
+    bool visible = false;
+    void show() override {
+        ++shownCount;
+        visible = true;
+    }
+    void close() override { visible = false; }
+};
