@@ -1,0 +1,57 @@
+#pragma once
+
+#include "shell/context.h"
+
+#include "platform/db/recordset.h"
+
+#include <QString>
+
+// Folders and database connections.
+bool 環境DBopen(Context& ctx);
+bool 環境DBreopen(Context& ctx);
+bool 業務DBopen(Context& ctx);
+void 利用者環境copy(Context& ctx);
+
+// The five statement routines. They never fail loudly: an error becomes a row
+// of the run history and the answer False. The open routines answer True when
+// the recordset stands on a row; the caller closes it in every case.
+bool 業務SQLopen(Context& ctx, db::Recordset& rs, const QString& sql, bool 履歴 = false);
+bool 業務SQLexec(Context& ctx, const QString& sql, bool 履歴 = false);
+bool 環境SQLopen(Context& ctx, db::Recordset& rs, const QString& sql);
+bool 環境SQLexec(Context& ctx, const QString& sql);
+bool 環境SQL記録exec(Context& ctx, const QString& sql);
+
+// Operating environment.
+bool 環境定義chk(Context& ctx);
+// Reads the row 動作環境定義 '001': the first three columns, or all of them.
+void 動作環境read(Context& ctx, bool 全項目);
+
+// The remembered operator and the operator's record.
+bool 起動担当者read(Context& ctx);
+bool 操作担当者read(Context& ctx, const QString& コード);
+
+// Run history and usage records.
+void 開始履歴add(Context& ctx);
+void 終了履歴add(Context& ctx);
+void 出力終了履歴add(Context& ctx, const QString& 文);
+void エラー履歴add(Context& ctx, const QString& 文);
+void 使用状況開始set(Context& ctx);
+void 使用状況終了set(Context& ctx);
+void 使用状況整理(Context& ctx);
+void 履歴purge(Context& ctx);
+
+// Program link.
+void 連携受信read(Context& ctx, const QString& コマンド, const QString& 基準日時);
+void 連携応答send(Context& ctx, const QString& 終了文);
+
+// Shut-down: the answer owed to a link request, the end row, the connections.
+void データ処理term(Context& ctx);
+
+// Folders.
+void フォルダ作成make(Context& ctx, const QString& パス);
+
+// The separator of the folder texts on this platform.
+inline const QString& パス区切り() {
+    static const QString separator = QStringLiteral("/");
+    return separator;
+}
