@@ -332,3 +332,44 @@ TEST(Server, AnUnreachableServerFailsWithADescription) {
 }
 
 } // namespace
+
+namespace {
+
+// An ODBC data source, named in Data Source as a site names its server's.
+TEST(Odbc, DataSourceNamedInTheConnectionTextOpens) {
+    QFile drivers(QStringLiteral("/etc/odbcinst.ini"));
+    if (!drivers.open(QIODevice::ReadOnly) || !drivers.readAll().contains("[SQLite3]")) {
+        if (testdb::serverRequired())
+            FAIL() << "the SQLite3 ODBC driver is required under CI=true (package libsqliteodbc)";
+        GTEST_SKIP() << "no SQLite3 ODBC driver installed";
+    }
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("odbc.db"));
+    QFile ini(dir.filePath(QStringLiteral("odbc.ini")));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write(QStringLiteral("[staff_test_source]\nDriver=SQLite3\nDatabase=%1\n").arg(file).toUtf8());
+    ini.close();
+    qputenv("ODBCINI", ini.fileName().toLocal8Bit());
+
+    db::Connection cn;
+    cn.setDialect(QStringLiteral("S"));
+    ASSERT_TRUE(cn.open(QStringLiteral("Provider=MSDASQL;User ID=;Password=;Data Source=staff_test_source;")))
+        << cn.lastError().description.toStdString();
+    EXPECT_EQ(cn.engine(), db::Engine::Odbc);
+    ASSERT_TRUE(cn.execute(QStringLiteral("CREATE TABLE M役職 (コード text primary key, 名称 text)")))
+        << cn.lastError().description.toStdString();
+    ASSERT_TRUE(cn.execute(QStringLiteral("INSERT INTO [M役職] ([コード],[名称]) VALUES ('01','部長')")));
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード, 名称 FROM M役職 WHERE コード = '01'"), cn))
+        << rs.lastError().description.toStdString();
+    ASSERT_FALSE(rs.eof());
+    EXPECT_EQ(rs.field(QStringLiteral("コード")).text(), QStringLiteral("01"));
+    EXPECT_EQ(rs.field(QStringLiteral("名称")).text(), QStringLiteral("部長"));
+    rs.close();
+    EXPECT_FALSE(cn.execute(QStringLiteral("DELETE FROM M役職; DROP TABLE M役職")));
+    EXPECT_EQ(cn.lastError().number, db::kMultipleStatements);
+    cn.close();
+    qunsetenv("ODBCINI");
+}
+
+} // namespace

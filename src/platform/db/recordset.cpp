@@ -37,14 +37,17 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         return false;
     }
     open_ = true;
-    // The desktop engine names a column of a joined table "name:2" when the join
-    // is turned round inside it; the program knows the column by its name.
+    // The desktop engine may name a column of a joined table "name:2"; the
+    // program knows the column by its name.
     const QSqlRecord record = query_->record();
     static const QRegularExpression suffix(QStringLiteral(":[0-9]+$"));
     for (int i = 0; i < record.count(); ++i) {
         QString name = record.fieldName(i);
         if (connection.engine() == Engine::Sqlite)
             name.remove(suffix);
+        // Some ODBC drivers give the length of a name in bytes: cut at its terminator.
+        if (const qsizetype nul = name.indexOf(QChar(0)); nul >= 0)
+            name.truncate(nul);
         names_.append(name);
     }
     moveNext();
