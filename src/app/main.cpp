@@ -43,9 +43,16 @@ int checkInstallation(Context& ctx) {
 } // namespace
 
 int main(int argc, char** argv) {
+    bool check = false;
+    for (int i = 1; i < argc; ++i)
+        check = check || QByteArray(argv[i]) == "--check";
+    // The check needs no screen: without a display it runs on the offscreen platform.
+    if (check && qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QStringList args = QCoreApplication::arguments().mid(1);
-    const bool check = args.removeAll(QStringLiteral("--check")) > 0;
+    args.removeAll(QStringLiteral("--check"));
     os::System system(args.join(QLatin1Char(' ')));
     ui::ConsoleMessages consoleMessages;
     ui::ScreenWaitBox waitBox;

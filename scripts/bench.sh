@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs the benchmarks beside a
+# throwaway PostgreSQL server.
+#
+#   scripts/bench.sh [BENCHMARK-ARG...]   e.g. --benchmark_filter=Translate
+set -euo pipefail
+
+repo="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build="${STAFF_BUILD_DIR:-$repo/build}"
+export STAFF_BUILD_DIR="$build"
+
+bash "$repo/scripts/install-deps.sh"
+bash "$repo/scripts/build.sh"
+
+bench="$build/bench/staff-bench"
+if [ ! -x "$bench" ]; then
+    echo "bench: the build did not produce $bench" >&2
+    exit 1
+fi
+export QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}"
+exec bash "$repo/scripts/with-postgres.sh" "$bench" "$@"
