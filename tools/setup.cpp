@@ -1,6 +1,7 @@
 #include "tools/setup.h"
 
 #include "platform/db/connection.h"
+#include "platform/pin/pin_codec.h"
 #include "platform/db/recordset.h"
 #include "schema/schema.h"
 #include "tools/postcodes.h"
@@ -217,6 +218,10 @@ private:
     }
 
     bool makeConfiguration() {
+        progress_(QStringLiteral("暗証番号の鍵ファイルを作成しています: conf/pin.key"));
+        QString keyError;
+        if (!pin::Codec::createKeyFile(temp_->filePath(QStringLiteral("conf/pin.key")), &keyError))
+            return fail(keyError);
         progress_(QStringLiteral("環境データベースを作成しています: conf/usrcnfg.accdb"));
         db::Connection config;
         if (!openDesktop(config, QStringLiteral("conf/usrcnfg.accdb")) ||

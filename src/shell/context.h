@@ -7,6 +7,12 @@
 
 #include <QString>
 
+#include <memory>
+
+namespace pin {
+class Codec;
+}
+
 // The program's shared state, grouped by area. One Context lives for the run;
 // main creates it, tests make a fresh one per test.
 
@@ -109,9 +115,71 @@ struct 連携情報 {
     QString 終了連携情報;
 };
 
+
+// The company row of Mユーザ. Numbers are kept as the program reads them from
+// their text columns; most of these are common to the suite and only kept here.
+struct 会社情報 {
+    QString ID, 名称, 郵便番号, 住所A, 住所B, 住所C, 代表者名, 電話, FAX, HOMEPAGE, EMAIL, 会社ロゴfile, 社印file;
+    QString 銀行口座A, 銀行口座B, 銀行口座C, 銀行口座D;
+    short 決算月 = 0, 決算日 = 0, 締日区分 = 0, 締日 = 0, 決済方法 = 0, 決済月 = 0, 決済日 = 0;
+    double 現金決済金額 = 0;
+    short 手形サイト = 0, 売上金額丸め方法 = 0, 仕入金額丸め方法 = 0, 在庫評価方法 = 0;
+    short 売上単価少数以下桁数 = 0, 売上数量少数以下桁数 = 0, 仕入単価少数以下桁数 = 0, 仕入数量少数以下桁数 = 0;
+    short 在庫単価少数以下桁数 = 0, 在庫数量少数以下桁数 = 0, 重量少数以下桁数 = 0;
+    short 得意先単価自動更新区分 = 0, 納品先単価自動更新区分 = 0, 仕入先単価自動更新区分 = 0;
+    QString 写真フォルダ, ドキュメントフォルダ, 総合振込ファイル, 基本読込フォルダ, 帳票イメージフォルダ, その他読込ファイル;
+    QString 本支店連携フォルダ, テキスト出力フォルダ, BACKUPフォルダ;
+    short 明細保存月数 = 0, 統計保存年数 = 0, 整理実施可能日自 = 0, 整理実施可能日至 = 0, 整理実施可能時刻 = 0;
+    QString 明細整理実行日, 統計整理実行日;
+    short 伝票番号管理区分 = 0, 暗証番号有無 = 0;
+    QString 特権暗証番号; // decoded
+    short 更新実行区分 = 0;
+    QString システム特権暗証番号; // decoded
+    QString 登録日付, 更新日付;
+
+    // Decimal places per kind of document, derived from the columns above.
+    short 売上単価桁数[3] = {}, 売上数量桁数[3] = {}, 仕入単価桁数[2] = {}, 仕入数量桁数[2] = {};
+    short 在庫単価桁数 = 0, 在庫数量桁数 = 0, 重量桁数 = 0;
+};
+
+// The row of M事業所 of the office this installation works for.
+struct 事業所情報 {
+    QString コード, 名称, 郵便番号, 住所A, 住所B, 住所C, 代表者名, 電話, FAX, 登録番号, HOMEPAGE, EMAIL;
+    QString 銀行口座A, 銀行口座B, 銀行口座C, 銀行口座D;
+    QString 総合振込ファイル, 基本読込フォルダ, 帳票イメージフォルダ, その他読込ファイル, 本支店連携フォルダ;
+    QString テキスト出力フォルダ, BACKUPフォルダ, 地区コード;
+    short 暗証番号有無 = 0;
+    QString 特権暗証番号; // decoded
+    short 更新実行区分 = 0;
+};
+
+// One outside system of M他業務連携, a slot of the link table.
+struct 他業務情報型 {
+    QString コード, 業務名;
+    short 連携有無区分 = 0;
+    QString 連携DB, 連携DBMW, 連携データソース名, 連携ドライバ名, 連携接続文字列, 連携データベース名, 連携サーバー名;
+    QString 連携ユーザーID, 連携パスワード, 連携アプリフォルダ;
+    short 顧客更新有無区分 = 0, 得意先更新有無区分 = 0, 納品先更新有無区分 = 0, 仕入先更新有無区分 = 0;
+    short メーカ更新有無区分 = 0, 対応先更新有無区分 = 0, 商品更新有無区分 = 0, 社員更新有無区分 = 0;
+};
+
+// The outside systems: ten slots, of which the first 他業務件数 are read.
+struct 他業務連携情報 {
+    他業務情報型 slot[10];
+    int 他業務件数 = 5;
+    int 連携番号 = -1;
+};
+
+// The PIN gate.
+struct 暗証情報 {
+    bool 暗証確認済 = false;
+    short 暗証番号有無 = 0;
+    QString 特権暗証番号; // the office's, decoded
+};
+
 struct Context {
-    Context(os::System& system, ui::Messages& messages, ui::WaitBox& waitBox)
-        : sys(system), msg(messages), wait(waitBox) {}
+    Context(os::System& system, ui::Messages& messages, ui::WaitBox& waitBox);
+    ~Context();
     Context(const Context&) = delete;
     Context& operator=(const Context&) = delete;
 
@@ -130,4 +198,14 @@ struct Context {
     稼動情報 run;
     操作担当者情報 op;
     連携情報 link;
+    会社情報 company;
+    事業所情報 office;
+    他業務連携情報 others;
+    暗証情報 pin;
+    int 事業所件数 = 0;    // offices other than "000"
+    QString 運用事業所名;  // the name of the installation's office, for the title line
+    bool 人事連携フラグ = false;
+
+    // The PIN codec, made at its first use and kept for the run.
+    std::unique_ptr<pin::Codec> pinCodec;
 };

@@ -15,14 +15,14 @@ std::string engineName(Engine engine) {
 }
 
 std::optional<PgServer> pgServer() {
-    const QString spec = qEnvironmentVariable("STAFF_TEST_PG");
-    if (spec.isEmpty())
+    const QString address = qEnvironmentVariable("STAFF_TEST_PG");
+    if (address.isEmpty())
         return std::nullopt;
     PgServer server;
-    const qsizetype colon = spec.lastIndexOf(QLatin1Char(':'));
-    server.host = colon > 0 ? spec.left(colon) : spec;
+    const qsizetype colon = address.lastIndexOf(QLatin1Char(':'));
+    server.host = colon > 0 ? address.left(colon) : address;
     if (colon > 0)
-        server.port = spec.mid(colon + 1).toInt();
+        server.port = address.mid(colon + 1).toInt();
     return server;
 }
 

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# The house rules that a look at the sources can check: dialogs only in the
+# platform's ui seam, the database engine only in the platform's data layer.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+status=0
+report() {
+    echo "$1:"
+    echo "$2" | sed 's/^/  /'
+    status=1
+}
+
+dialogs=$(grep -rlE 'QMessageBox|QFileDialog|QPrintDialog' src tools schema bench | grep -v '^src/platform/ui/' || true)
+[ -z "$dialogs" ] || report "dialogs outside src/platform/ui" "$dialogs"
+
+engine=$(grep -rlE 'QSql(Database|Query|Record|Error|Driver)' src tools schema | grep -v '^src/platform/db/' || true)
+[ -z "$engine" ] || report "the database engine outside src/platform/db" "$engine"
+
+signals=$(grep -rlE 'SIGNAL\(|SLOT\(' src tools || true)
+[ -z "$signals" ] || report "string-based connections" "$signals"
+
+if [ $status -eq 0 ]; then
+    echo "layering: 0 findings"
+fi
+exit $status
