@@ -20,6 +20,10 @@ engine=$(grep -rlE 'QSql(Database|Query|Record|Error|Driver)' src tools schema |
 signals=$(grep -rlE 'SIGNAL\(|SLOT\(' src tools || true)
 [ -z "$signals" ] || report "string-based connections" "$signals"
 
+# A Latin-1 string can hold no Japanese text: such a comparison never matches.
+latin=$(grep -rnP 'QLatin1(String|Char)\("[^"]*[^\x00-\x7F]' src tools schema bench tests || true)
+[ -z "$latin" ] || report "non-ASCII text in a Latin-1 string" "$latin"
+
 if [ $status -eq 0 ]; then
     echo "layering: 0 findings"
 fi

@@ -1,6 +1,15 @@
 // The entry of the staff registration program.
+//
+//   担当者登録 [office code and staff code]      the program on its screen
+//   担当者登録 --check                           opens the installation's databases and reports
+//   担当者登録 --screenshot FILE [...]           starts, saves the card as a PNG and ends
 
+#include "access/mod暗証番号.h"
+#include "access/mod操作許可.h"
+#include "platform/ui/screenshot.h"
 #include "shell/modデータ処理.h"
+#include "staff/frm担当者登録.h"
+#include "startup/mod担当者登録起動.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -40,6 +49,11 @@ int checkInstallation(Context& ctx) {
     return 0;
 }
 
+// The right to run the program: operation 0 of its menu.
+bool 起動許可(Context& ctx) {
+    return 操作許可chk(ctx, QStringLiteral("営業支援データ管理"), ctx.プログラムID, 操作番号::起動) == 許可回答::許可;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -53,13 +67,36 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QStringList args = QCoreApplication::arguments().mid(1);
     args.removeAll(QStringLiteral("--check"));
+    QString screenshot;
+    if (const qsizetype at = args.indexOf(QStringLiteral("--screenshot")); at >= 0) {
+        if (at + 1 >= args.size()) {
+            QTextStream(stderr) << "--screenshot needs the name of the PNG file to write" << Qt::endl;
+            return 2;
+        }
+        screenshot = args.at(at + 1);
+        args.remove(at, 2);
+    }
+
     os::System system(args.join(QLatin1Char(' ')));
     ui::ConsoleMessages consoleMessages;
+    ui::DialogMessages dialogMessages(QStringLiteral("担当者登録"));
+    // A run that only takes a picture answers its message boxes on the error stream.
+    ui::Messages& messages = check || !screenshot.isEmpty() ? static_cast<ui::Messages&>(consoleMessages)
+                                                            : static_cast<ui::Messages&>(dialogMessages);
     ui::ScreenWaitBox waitBox;
-    Context ctx(system, consoleMessages, waitBox);
+    Context ctx(system, messages, waitBox);
     if (check)
         return checkInstallation(ctx);
-    QTextStream(stderr) << "担当者登録: the staff screen is not built yet; run with --check to test an installation."
-                        << Qt::endl;
-    return 3;
+
+    frm担当者登録 form(ctx);
+    os::SingleInstance instance;
+    担当者登録main(ctx, form, 起動許可, instance);
+    if (!screenshot.isEmpty()) {
+        const QString error = ui::saveScreenshot(form, screenshot);
+        if (!error.isEmpty())
+            QTextStream(stderr) << error << Qt::endl;
+        データ処理term(ctx);
+        ctx.sys.endProcess(error.isEmpty() ? 0 : 1);
+    }
+    return QApplication::exec();
 }

@@ -12,6 +12,7 @@
 namespace pin {
 class Codec;
 }
+class QWidget;
 
 // The program's shared state, grouped by area. One Context lives for the run;
 // main creates it, tests make a fresh one per test.
@@ -161,6 +162,20 @@ struct 他業務情報型 {
     QString 連携ユーザーID, 連携パスワード, 連携アプリフォルダ;
     short 顧客更新有無区分 = 0, 得意先更新有無区分 = 0, 納品先更新有無区分 = 0, 仕入先更新有無区分 = 0;
     short メーカ更新有無区分 = 0, 対応先更新有無区分 = 0, 商品更新有無区分 = 0, 社員更新有無区分 = 0;
+
+    // Filled when the link is opened: the outside system's own environment,
+    // folders and company row, and the slot's two connections.
+    QString プロバイダ名;
+    QString prgbinフォルダ, 共通confフォルダ, gnrdbパス, manualフォルダ, 共通reportフォルダ;
+    QString confフォルダ, reportフォルダ;
+    QString 運用事業所コード;
+    short インストール区分 = 0, CL更新実行区分 = 0, 更新実行区分 = 0;
+    QString 写真フォルダ, ドキュメントフォルダ, 総合振込ファイル, 基本読込フォルダ, 帳票イメージフォルダ;
+    QString その他読込ファイル, 本支店連携フォルダ, テキスト出力フォルダ, BACKUPフォルダ;
+    ::db::Connection 環境DB接続;
+    bool 環境DB接続中 = false;
+    ::db::Connection 業務DB接続;
+    bool 業務DB接続中 = false;
 };
 
 // The outside systems: ten slots, of which the first 他業務件数 are read.
@@ -175,6 +190,53 @@ struct 暗証情報 {
     bool 暗証確認済 = false;
     short 暗証番号有無 = 0;
     QString 特権暗証番号; // the office's, decoded
+};
+
+// The staff record on the screen: one field per column of M担当者, the joined
+// names, the screen form of the three dates, and the photo and seal state.
+struct 担当者情報型 {
+    QString コード, 姓, 名, 氏名, カナ姓, カナ名, カナ;
+    short 性別区分 = 1;
+    QString 生年月日;
+    short 生年月日年号区分 = 0;
+    QString 生年月日年, 生年月日月, 生年月日日, 生年月日表示;
+    QString 郵便番号, 住所A, 住所B, 住所C, 電話, 携帯電話, 職責, EMAIL, 担当者メモ;
+    QString 事業所コード, 事業所名, 部門コード, 部門名, セクションコード, セクション名, 役職コード, 役職名;
+    QString ログインID;
+    short 在籍区分 = 0, 社員区分 = 1;
+    QString 入社日付;
+    short 入社日付年号区分 = 0;
+    QString 入社日付年, 入社日付月, 入社日付日, 入社日付表示;
+    QString 退社日付;
+    short 退社日付年号区分 = 0;
+    QString 退社日付年, 退社日付月, 退社日付日, 退社日付表示;
+    QString 担当者印file, 電話番号, 携帯電話番号, 社員コード, 暗証番号;
+    QString 処理分類操作許可[10];
+    QString 操作許可, 入力許可, 修正許可, 削除許可, 印刷許可, プレビュ許可, テキスト出力許可, イメージ出力許可;
+    QString ユーザID, 登録日付, 更新日付;
+    // Photos and seal.
+    QString 写真file, 表示写真file, 取込写真path, 取込担当者印path;
+};
+
+// The state of the staff screen and the window contract of the search windows.
+struct 画面情報 {
+    bool 新規フラグ = true;
+    bool 入力フラグ = false;
+    bool 単独起動フラグ = false;
+    bool 画面表示中フラグ = false;
+    short 処理結果区分 = 0;
+    QString 処理結果文;
+    QString お知らせ文;
+    QWidget* 現在項目 = nullptr;
+    QWidget* 直前項目 = nullptr;
+    QWidget* 先頭項目 = nullptr;
+    QString 検索条件;
+    QWidget* 検索対象項目 = nullptr;
+    QWidget* 検索次項目 = nullptr;
+    QWidget* 検索元ウィンドウ = nullptr;
+    short 検索元区分 = 0;
+    short 画面幅 = 0;
+    short 画面高 = 0;
 };
 
 struct Context {
@@ -205,6 +267,9 @@ struct Context {
     int 事業所件数 = 0;    // offices other than "000"
     QString 運用事業所名;  // the name of the installation's office, for the title line
     bool 人事連携フラグ = false;
+    担当者情報型 担当者情報;
+    画面情報 screen;
+    QWidget* 主画面 = nullptr; // the staff screen, once it exists
 
     // The PIN codec, made at its first use and kept for the run.
     std::unique_ptr<pin::Codec> pinCodec;

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <functional>
+
 // Folders and database connections.
 bool 環境DBopen(Context& ctx);
 bool 環境DBreopen(Context& ctx);
@@ -42,6 +44,12 @@ void 履歴purge(Context& ctx);
 
 // Program link.
 void 連携受信read(Context& ctx, const QString& コマンド, const QString& 基準日時);
+// The same with its statements on another configuration connection, that of
+// an outside system.
+using 環境SQL読込 = std::function<bool(db::Recordset&, const QString&)>;
+using 環境SQL実行 = std::function<bool(const QString&)>;
+void 連携受信read(Context& ctx, const QString& コマンド, const QString& 基準日時, const 環境SQL読込& 読込,
+                  const 環境SQL実行& 実行);
 void 連携応答send(Context& ctx, const QString& 終了文);
 
 // Shut-down: the answer owed to a link request, the end row, the connections.
@@ -55,3 +63,9 @@ inline const QString& パス区切り() {
     static const QString separator = QStringLiteral("/");
     return separator;
 }
+
+// The company record, the installation's office and the outside systems.
+bool ユーザ情報read(Context& ctx);
+void 他業務連携read(Context& ctx);
+void 事業所情報read(Context& ctx);
+void 運用事業所set(Context& ctx, const QString& コード);

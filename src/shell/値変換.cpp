@@ -35,3 +35,13 @@ short 整数(const QString& text) {
 QString 文字列(const db::Field& field) {
     return field.isNull() ? QString() : field.text().trimmed();
 }
+
+void 項目copy(const db::Field& field, QString& into) {
+    if (!field.isNull())
+        into = field.text();
+}
+
+void 項目copy(const db::Field& field, short& into) {
+    if (!field.isNull())
+        into = 整数(field.text());
+}

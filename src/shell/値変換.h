@@ -13,3 +13,8 @@ short 整数(const QString& text);
 
 // A column read for the shared state: the trimmed text, "" when null.
 QString 文字列(const db::Field& field);
+
+// Copies a column into a kept value when it is not null; a null leaves the
+// value as it was. Numbers go through 整数.
+void 項目copy(const db::Field& field, QString& into);
+void 項目copy(const db::Field& field, short& into);

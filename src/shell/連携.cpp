@@ -12,13 +12,20 @@ QString 日時(const Context& ctx) {
 } // namespace
 
 void 連携受信read(Context& ctx, const QString& コマンド, const QString& 基準日時) {
+    連携受信read(
+        ctx, コマンド, 基準日時, [&ctx](db::Recordset& rs, const QString& sql) { return 環境SQLopen(ctx, rs, sql); },
+        [&ctx](const QString& sql) { return 環境SQLexec(ctx, sql); });
+}
+
+void 連携受信read(Context& ctx, const QString& コマンド, const QString& 基準日時, const 環境SQL読込& 読込,
+                  const 環境SQL実行& 実行) {
     ctx.link.発信プログラムID.clear();
     db::Recordset rs;
     const QString sql = QStringLiteral("SELECT * FROM プログラム連携情報") + QStringLiteral(" WHERE 発信日時 >= '") +
                         基準日時 + QStringLiteral("'") + QStringLiteral(" AND 受信プログラムID = '") + ctx.プログラムID +
                         QStringLiteral("'") + QStringLiteral(" AND 起動連携情報 = '") + コマンド + QStringLiteral("'") +
                         QStringLiteral(" AND 連携区分 = '00'");
-    if (環境SQLopen(ctx, rs, sql)) {
+    if (読込(rs, sql)) {
         const QString sent = rs.field(QStringLiteral("発信日時")).text();
         const QString sender = rs.field(QStringLiteral("発信プログラムID")).text();
         const QString receiver = rs.field(QStringLiteral("受信プログラムID")).text();
@@ -26,10 +33,10 @@ void 連携受信read(Context& ctx, const QString& コマンド, const QString& 
         ctx.link.起動連携情報 = rs.field(QStringLiteral("起動連携情報")).text();
         rs.close();
         // The request is taken by the first program that finds it.
-        環境SQLexec(ctx, QStringLiteral("DELETE FROM プログラム連携情報") + QStringLiteral(" WHERE 発信日時 = '") + sent +
-                             QStringLiteral("'") + QStringLiteral(" AND 発信プログラムID = '") + sender +
-                             QStringLiteral("'") + QStringLiteral(" AND 受信プログラムID = '") + receiver +
-                             QStringLiteral("'") + QStringLiteral(" AND 連携区分 = '00'"));
+        実行(QStringLiteral("DELETE FROM プログラム連携情報") + QStringLiteral(" WHERE 発信日時 = '") + sent +
+             QStringLiteral("'") + QStringLiteral(" AND 発信プログラムID = '") + sender + QStringLiteral("'") +
+             QStringLiteral(" AND 受信プログラムID = '") + receiver + QStringLiteral("'") +
+             QStringLiteral(" AND 連携区分 = '00'"));
     }
     rs.close();
 }

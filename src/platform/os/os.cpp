@@ -1,6 +1,7 @@
 #include "platform/os/os.h"
 
 #include <QCoreApplication>
+#include <QLockFile>
 #include <QSysInfo>
 
 #include <cstdio>
@@ -37,6 +38,21 @@ QDateTime System::now() const {
 void System::endProcess(int code) {
     std::fflush(nullptr);
     std::_Exit(code);
+}
+
+SingleInstance::SingleInstance() = default;
+
+SingleInstance::~SingleInstance() = default;
+
+bool SingleInstance::tryLock(const QString& lockFile) {
+    lock_ = std::make_unique<QLockFile>(lockFile);
+    // A holder that runs for hours is not stale: only an ended process is.
+    lock_->setStaleLockTime(0);
+    if (lock_->tryLock(0))
+        return true;
+    const bool held = lock_->error() == QLockFile::LockFailedError;
+    lock_.reset();
+    return !held;
 }
 
 } // namespace os

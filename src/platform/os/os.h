@@ -3,6 +3,10 @@
 #include <QDateTime>
 #include <QString>
 
+#include <memory>
+
+class QLockFile;
+
 namespace os {
 
 // What the program asks of the operating system about itself and the machine.
@@ -25,6 +29,24 @@ public:
 
 private:
     QString commandLine_;
+};
+
+// One running instance of a program, by a lock file that the object holds for
+// its life. A lock left behind by a process that has ended is taken over.
+class SingleInstance {
+public:
+    SingleInstance();
+    ~SingleInstance();
+    SingleInstance(const SingleInstance&) = delete;
+    SingleInstance& operator=(const SingleInstance&) = delete;
+
+    // Takes the lock file without waiting. False only when it is held by a
+    // running process (or by another holder in this one); a file that cannot be made at all (a folder without
+    // the right to write) does not count as another instance.
+    bool tryLock(const QString& lockFile);
+
+private:
+    std::unique_ptr<QLockFile> lock_;
 };
 
 } // namespace os

@@ -1,0 +1,540 @@
+// The fields of the staff card: what each does on getting the focus, while its
+// text changes and on leaving; the traps, the titles and the tab control.
+
+#include "shell/modデータ処理.h"
+#include "shell/値変換.h"
+#include "staff/frm担当者登録.h"
+#include "staff/mod担当者登録.h"
+#include "toolkit/mod基本項目.h"
+#include "toolkit/mod項目編集.h"
+
+namespace {
+
+bool painting(const Context& ctx) {
+    return ctx.screen.画面表示中フラグ;
+}
+
+void refresh(Context& ctx, frm担当者登録& f) {
+    担当者paint(ctx, f);
+    画面状態set(ctx, f);
+}
+
+// Stores a value into the record; False when it was there already.
+template <typename T, typename V>
+bool store(Context& ctx, T& field, const V& value) {
+    if (field == value)
+        return false;
+    ctx.screen.入力フラグ = true;
+    field = static_cast<T>(value);
+    return true;
+}
+
+業務SQLopen型 opener(Context& ctx) {
+    return [&ctx](db::Recordset& rs, const QString& sql) { return 業務SQLopen(ctx, rs, sql); };
+}
+
+// ---- dates
+
+// The stored form and the screen form of one date of the record.
+struct DateParts {
+    QString* 日付;
+    short* 年号区分;
+    QString* 年;
+    QString* 月;
+    QString* 日;
+    QString* 表示;
+};
+
+DateParts partsOf(担当者情報型& r, 日付種別 which) {
+    switch (which) {
+    case 日付種別::入社日付:
+        return {&r.入社日付, &r.入社日付年号区分, &r.入社日付年, &r.入社日付月, &r.入社日付日, &r.入社日付表示};
+    case 日付種別::退社日付:
+        return {&r.退社日付, &r.退社日付年号区分, &r.退社日付年, &r.退社日付月, &r.退社日付日, &r.退社日付表示};
+    case 日付種別::生年月日:
+        break;
+    }
+    return {&r.生年月日, &r.生年月日年号区分, &r.生年月日年, &r.生年月日月, &r.生年月日日, &r.生年月日表示};
+}
+
+// A date expressed in the era it falls in; western years when no era applies.
+void expressIn(Context& ctx, const DateParts& d, bool allowEra) {
+    short era = 0;
+    QString year;
+    if (allowEra && 年号日付conv(opener(ctx), *d.日付, era, year)) {
+        *d.年号区分 = era;
+        *d.年 = year;
+    } else {
+        *d.年号区分 = 0;
+        *d.年 = d.日付->left(4);
+    }
+    *d.月 = d.日付->mid(4, 2);
+    *d.日 = d.日付->mid(6, 2);
+    *d.表示 = *d.年 + *d.月 + *d.日;
+}
+
+// A whole date typed in is stored; an incomplete one leaves the stored date alone.
+void 日付rule(Context& ctx, const DateParts& d) {
+    const auto filled = [](const QString& t) { return !t.isEmpty() && 数値(t) != 0; };
+    if (!filled(*d.年) || !filled(*d.月) || !filled(*d.日))
+        return;
+    *d.表示 = *d.年 + *d.月 + *d.日;
+    QString western = *d.日付;
+    if (西暦日付conv(opener(ctx), *d.年号区分, *d.表示, western) || *d.年号区分 == 0)
+        *d.日付 = western;
+}
+
+QString 二桁(const QString& text) {
+    const QString t = text.trimmed();
+    if (t.isEmpty())
+        return QString();
+    return QStringLiteral("%1").arg(static_cast<int>(数値(t)), 2, 10, QLatin1Char('0'));
+}
+
+// ---- lookups of the masters
+
+bool 一行get(Context& ctx, db::Recordset& rs, const QString& table, const QString& code) {
+    rs.close();
+    return 業務SQLopen(ctx, rs,
+                       QStringLiteral("SELECT TOP 1 * FROM ") + table + QStringLiteral(" WHERE コード = '") + code +
+                           QStringLiteral("'"));
+}
+
+// Takes コード and 名称 of the open row over, then closes it.
+void 一行set(db::Recordset& rs, QString& code, QString& name) {
+    if (const db::Field c = rs.field(QStringLiteral("コード")); !c.isNull())
+        code = c.text();
+    if (const db::Field n = rs.field(QStringLiteral("名称")); !n.isNull())
+        name = n.text();
+    rs.close();
+}
+
+// The rule of a code field with its name beside it.
+void コードrule(Context& ctx, frm担当者登録& f, controls::TextField* field, const QString& mask, const QString& table,
+                QString& code, QString& name) {
+    const QString value = コードfmt(field->text(), mask);
+    if (value == code)
+        return;
+    ctx.screen.入力フラグ = true;
+    if (value.isEmpty()) {
+        code.clear();
+        ctx.screen.お知らせ文.clear();
+    } else {
+        db::Recordset rs;
+        if (一行get(ctx, rs, table, value)) {
+            一行set(rs, code, name);
+            ctx.screen.お知らせ文.clear();
+        } else {
+            rs.close();
+            ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
+        }
+    }
+    refresh(ctx, f);
+    f.お知らせ->setText(ctx.screen.お知らせ文);
+}
+
+// A postcode found fills an empty address.
+void 郵便番号set(Context& ctx, db::Recordset& rs) {
+    担当者情報型& r = ctx.担当者情報;
+    if (const db::Field p = rs.field(QStringLiteral("郵便番号")); !p.isNull())
+        r.郵便番号 = p.text();
+    const QString a = rs.field(QStringLiteral("住所A")).text();
+    const QString b = rs.field(QStringLiteral("住所B")).text();
+    rs.close();
+    if (!空白(r.住所A))
+        return;
+    if (a.trimmed().size() + b.trimmed().size() > 15) {
+        r.住所A = a;
+        if (空白(r.住所B))
+            r.住所B = b;
+    } else {
+        r.住所A = a + b;
+    }
+}
+
+void 郵便番号rule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    const QString typed = f.郵便番号->postcode();
+    if (数字抽出conv(typed) != 数字抽出conv(r.郵便番号)) {
+        ctx.screen.入力フラグ = true;
+        if (数字抽出conv(typed).isEmpty()) {
+            r.郵便番号.clear();
+            ctx.screen.お知らせ文.clear();
+        } else {
+            db::Recordset rs;
+            if (業務SQLopen(ctx, rs,
+                            QStringLiteral("SELECT TOP 1 * FROM M郵便番号 WHERE 郵便番号 = '") + typed +
+                                QStringLiteral("'"))) {
+                郵便番号set(ctx, rs);
+                ctx.screen.お知らせ文.clear();
+            } else {
+                ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
+            }
+            rs.close();
+        }
+        refresh(ctx, f);
+        f.お知らせ->setText(ctx.screen.お知らせ文);
+        return;
+    }
+    担当者paint(ctx, f);
+}
+
+void 電話rule(Context& ctx, frm担当者登録& f, controls::TelField* field, QString& number) {
+    if (数字抽出conv(field->text()) == 数字抽出conv(number))
+        return;
+    ctx.screen.入力フラグ = true;
+    number = 数字抽出conv(field->text()).isEmpty() ? QString() : field->text();
+    refresh(ctx, f);
+}
+
+// ---- names joined from their parts
+
+void カナ姓rule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    if (!store(ctx, r.カナ姓, f.カナ姓->text()))
+        return;
+    r.カナ = r.カナ姓 + QLatin1Char(' ') + r.カナ名;
+    refresh(ctx, f);
+}
+
+void カナ名rule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    if (!store(ctx, r.カナ名, f.カナ名->text()))
+        return;
+    r.カナ = r.カナ姓 + QLatin1Char(' ') + r.カナ名;
+    refresh(ctx, f);
+}
+
+void カナrule(Context& ctx, frm担当者登録& f) {
+    if (store(ctx, ctx.担当者情報.カナ, f.カナ->text()))
+        refresh(ctx, f);
+}
+
+void 姓rule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    if (store(ctx, r.姓, 文字数cut(f.姓->text(), static_cast<short>(f.姓->byteLimit())))) {
+        r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
+        refresh(ctx, f);
+    }
+    カナ姓rule(ctx, f);
+}
+
+void 名rule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    if (store(ctx, r.名, 文字数cut(f.名->text(), static_cast<short>(f.名->byteLimit())))) {
+        r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
+        refresh(ctx, f);
+    }
+    カナ名rule(ctx, f);
+}
+
+void 氏名rule(Context& ctx, frm担当者登録& f) {
+    if (store(ctx, ctx.担当者情報.氏名, 文字数cut(f.氏名->text(), static_cast<short>(f.氏名->byteLimit()))))
+        refresh(ctx, f);
+    カナrule(ctx, f);
+}
+
+void textRule(Context& ctx, frm担当者登録& f, controls::TextField* field, QString& into) {
+    if (store(ctx, into, 文字数cut(field->text(), static_cast<short>(field->byteLimit()))))
+        refresh(ctx, f);
+}
+
+} // namespace
+
+void 日付分解(Context& ctx, 日付種別 which) {
+    expressIn(ctx, partsOf(ctx.担当者情報, which), true);
+}
+
+namespace {
+
+// The era of a date chosen anew re-expresses the date in the era it falls in.
+void 年号区分rule(Context& ctx, frm担当者登録& f, 日付種別 which, int value) {
+    const DateParts d = partsOf(ctx.担当者情報, which);
+    if (*d.年号区分 == value)
+        return;
+    ctx.screen.入力フラグ = true;
+    if (d.日付->isEmpty())
+        *d.年号区分 = static_cast<short>(value);
+    else
+        expressIn(ctx, d, value != 0);
+    refresh(ctx, f);
+}
+
+void 日付項目rule(Context& ctx, frm担当者登録& f, 日付種別 which, int part, const QString& text) {
+    const DateParts d = partsOf(ctx.担当者情報, which);
+    QString& into = part == 0 ? *d.年 : part == 1 ? *d.月 : *d.日;
+    if (!store(ctx, into, 二桁(text)))
+        return;
+    日付rule(ctx, d);
+    refresh(ctx, f);
+}
+
+void 区分rule(Context& ctx, frm担当者登録& f, short& into, int value) {
+    if (store(ctx, into, value))
+        refresh(ctx, f);
+}
+
+} // namespace
+
+void 担当者登録wire(Context& ctx, frm担当者登録& f) {
+    auto& fe = *f.focusEvents;
+    const auto got = [&](QWidget* w, auto gate) {
+        fe.onGotFocus(w, [&ctx, &f, w, gate] {
+            if (painting(ctx))
+                return;
+            ctx.screen.現在項目 = w;
+            gate();
+        });
+    };
+    const auto lost = [&](QWidget* w, auto rule) {
+        fe.onLostFocus(w, [&ctx, w, rule] {
+            if (painting(ctx))
+                return;
+            ctx.screen.直前項目 = w;
+            rule();
+        });
+    };
+    Context* c = &ctx;
+    frm担当者登録* form = &f;
+    const auto none = [] {};
+    const auto C = [c, form] {
+        if (空白(form->コード->text()))
+            項目focus(*c, form->コード);
+    };
+    const auto O = [c, form] {
+        if (空白(form->コード->text()))
+            項目focus(*c, form->コード);
+        else if (空白(form->事業所コード->text()))
+            項目focus(*c, form->事業所コード);
+    };
+    const auto D = [c, form, O] {
+        if (空白(form->コード->text()) || 空白(form->事業所コード->text()))
+            O();
+        else if (空白(form->部門コード->text()))
+            項目focus(*c, form->部門コード);
+    };
+    const auto S = [c, form, D] {
+        if (空白(form->コード->text()) || 空白(form->事業所コード->text()) || 空白(form->部門コード->text()))
+            D();
+        else if (空白(form->セクションコード->text()))
+            項目focus(*c, form->セクションコード);
+    };
+    const auto F = [c, form] { 項目順chk(*c, *form); };
+    auto& r = ctx.担当者情報;
+
+    // The code of the record.
+    got(f.コード, none);
+    lost(f.コード, [c, form] {
+        if (担当者コードchk(*c, コードfmt(form->コード->text(), QStringLiteral("00000")))) {
+            担当者show(*c, *form);
+            画面状態set(*c, *form);
+            form->お知らせ->setText(c->screen.お知らせ文);
+        }
+    });
+
+    // Names.
+    got(f.姓, C);
+    lost(f.姓, [c, form] { 姓rule(*c, *form); });
+    got(f.名, C);
+    lost(f.名, [c, form] { 名rule(*c, *form); });
+    got(f.氏名, C);
+    lost(f.氏名, [c, form] { 氏名rule(*c, *form); });
+    got(f.カナ姓, C);
+    lost(f.カナ姓, [c, form] { カナ姓rule(*c, *form); });
+    got(f.カナ名, C);
+    lost(f.カナ名, [c, form] { カナ名rule(*c, *form); });
+    got(f.カナ, C);
+    lost(f.カナ, [c, form] { カナrule(*c, *form); });
+    got(f.社員コード, C);
+    lost(f.社員コード, none);
+    got(f.暗証番号, C);
+    lost(f.暗証番号, [c, form, &r] {
+        if (store(*c, r.暗証番号, form->暗証番号->text()))
+            refresh(*c, *form);
+    });
+
+    // Free-text fields watch their byte limit while they change.
+    for (controls::TextField* field : {f.姓, f.名, f.氏名, f.住所A, f.住所B, f.住所C, f.職責, f.ログインID, f.EMAIL}) {
+        QObject::connect(field, &QLineEdit::textChanged, &f, [c, form, field](const QString& t) {
+            if (!painting(*c))
+                文字数chk(*form, t, static_cast<short>(field->byteLimit()));
+        });
+    }
+
+    // Classes and dates: the numeric field and its list stay in step.
+    const auto classPair = [&](controls::NumField* field, QComboBox* list, int offset, auto onValue, auto gate) {
+        got(field, gate);
+        got(list, gate);
+        lost(field, none);
+        lost(list, none);
+        QObject::connect(field, &controls::NumField::valueChanged, &f, [c, list, offset, onValue](int v) {
+            if (painting(*c))
+                return;
+            list->setCurrentIndex(v - offset);
+            onValue(v);
+        });
+        QObject::connect(list, &QComboBox::activated, &f, [c, field, offset](int index) {
+            if (!painting(*c))
+                field->setValue(index + offset);
+        });
+    };
+    classPair(f.性別区分, f.性別区分名称, 1, [c, form, &r](int v) { 区分rule(*c, *form, r.性別区分, v); }, C);
+    classPair(f.在籍区分, f.在籍区分名称, 0, [c, form, &r](int v) { 区分rule(*c, *form, r.在籍区分, v); }, F);
+    classPair(f.社員区分, f.社員区分名称, 0, [c, form, &r](int v) { 区分rule(*c, *form, r.社員区分, v); }, F);
+    classPair(f.生年月日年号区分, f.生年月日年号区分名称, 0, [c, form](int v) { 年号区分rule(*c, *form, 日付種別::生年月日, v); }, C);
+    classPair(f.入社日付年号区分, f.入社日付年号区分名称, 0, [c, form](int v) { 年号区分rule(*c, *form, 日付種別::入社日付, v); }, F);
+    classPair(f.退社日付年号区分, f.退社日付年号区分名称, 0, [c, form](int v) { 年号区分rule(*c, *form, 日付種別::退社日付, v); }, F);
+    const QList<std::pair<日付種別, QList<controls::NumField*>>> dates{
+        {日付種別::生年月日, {f.生年月日年, f.生年月日月, f.生年月日日}},
+        {日付種別::入社日付, {f.入社日付年, f.入社日付月, f.入社日付日}},
+        {日付種別::退社日付, {f.退社日付年, f.退社日付月, f.退社日付日}}};
+    for (const auto& [date, parts] : dates) {
+        for (int part = 0; part < 3; ++part) {
+            controls::NumField* field = parts.at(part);
+            if (date == 日付種別::生年月日)
+                got(field, field == f.生年月日日 ? std::function<void()>([c, form, C] {
+                    画面状態set(*c, *form);
+                    C();
+                })
+                                               : std::function<void()>(C));
+            else
+                got(field, F);
+            lost(field, [c, form, date, part, field] { 日付項目rule(*c, *form, date, part, field->text()); });
+        }
+    }
+
+    // Codes of the organisation.
+    got(f.事業所コード, C);
+    lost(f.事業所コード, [c, form, &r] {
+        コードrule(*c, *form, form->事業所コード, QStringLiteral("000"), QStringLiteral("M事業所"), r.事業所コード,
+                   r.事業所名);
+    });
+    got(f.部門コード, O);
+    lost(f.部門コード, [c, form, &r] {
+        コードrule(*c, *form, form->部門コード, QStringLiteral("000"), QStringLiteral("M部門"), r.部門コード, r.部門名);
+    });
+    got(f.セクションコード, D);
+    lost(f.セクションコード, [c, form, &r] {
+        コードrule(*c, *form, form->セクションコード, QStringLiteral("000"), QStringLiteral("Mセクション"),
+                   r.セクションコード, r.セクション名);
+    });
+    got(f.役職コード, S);
+    lost(f.役職コード, [c, form, &r] {
+        コードrule(*c, *form, form->役職コード, QStringLiteral("00"), QStringLiteral("M役職"), r.役職コード, r.役職名);
+    });
+    // The names beside the codes are walked over.
+    got(f.事業所名, [c, form, C] {
+        if (空白(form->コード->text()))
+            return C();
+        項目focus(*c, 空白(form->事業所コード->text()) ? form->事業所コード : form->部門コード);
+    });
+    got(f.部門名, [c, form, O] {
+        if (空白(form->コード->text()) || 空白(form->事業所コード->text()))
+            return O();
+        項目focus(*c, 空白(form->部門コード->text()) ? form->部門コード : form->セクションコード);
+    });
+    got(f.セクション名, [c, form] {
+        if (!項目順chk(*c, *form))
+            項目focus(*c, form->役職コード);
+    });
+    got(f.役職名, [c, form] {
+        if (!項目順chk(*c, *form))
+            項目focus(*c, form->職責);
+    });
+    for (QWidget* w : std::initializer_list<QWidget*>{f.事業所名, f.部門名, f.セクション名, f.役職名})
+        lost(w, none);
+
+    got(f.職責, F);
+    lost(f.職責, [c, form, &r] { textRule(*c, *form, form->職責, r.職責); });
+    got(f.ログインID, F);
+    lost(f.ログインID, [c, form, &r] { textRule(*c, *form, form->ログインID, r.ログインID); });
+
+    // Address.
+    got(f.郵便番号, F);
+    lost(f.郵便番号, [c, form] { 郵便番号rule(*c, *form); });
+    for (auto [field, into] : {std::pair{f.住所A, &r.住所A}, std::pair{f.住所B, &r.住所B}, std::pair{f.住所C, &r.住所C}}) {
+        got(field, F);
+        lost(field, [c, form, field, into] { textRule(*c, *form, field, *into); });
+    }
+    got(f.電話, F);
+    lost(f.電話, [c, form, &r] { 電話rule(*c, *form, form->電話, r.電話); });
+    got(f.携帯電話, F);
+    lost(f.携帯電話, [c, form, &r] { 電話rule(*c, *form, form->携帯電話, r.携帯電話); });
+    got(f.EMAIL, F);
+    lost(f.EMAIL, [c, form, &r] { textRule(*c, *form, form->EMAIL, r.EMAIL); });
+
+    // The memo is stored on every change.
+    got(f.担当者メモ, F);
+    QObject::connect(f.担当者メモ, &QPlainTextEdit::textChanged, &f, [c, form, &r] {
+        if (painting(*c))
+            return;
+        if (store(*c, r.担当者メモ, form->担当者メモ->toPlainText()))
+            画面状態set(*c, *form);
+    });
+    lost(f.担当者メモ, [c, form, &r] {
+        if (store(*c, r.担当者メモ, form->担当者メモ->toPlainText()))
+            refresh(*c, *form);
+    });
+
+    // The traps at the ends of the pages.
+    got(f.頁1終了, [c, form] {
+        if (c->screen.直前項目 && c->screen.直前項目->objectName() == QStringLiteral("退社日付日")) {
+            form->tab_詳細->setCurrentIndex(1);
+            項目focus(*c, form->郵便番号);
+        } else {
+            form->tab_詳細->setCurrentIndex(0);
+            項目focus(*c, form->退社日付日);
+        }
+    });
+    got(f.頁2終了, [c, form] {
+        if (c->screen.入力フラグ && c->screen.直前項目 && c->screen.直前項目->objectName() == QLatin1String("EMAIL")) {
+            // The user ran through the card: save, whether or not the button is enabled.
+            btn_登録_Click(*c, *form);
+        } else {
+            form->tab_詳細->setCurrentIndex(1);
+            項目focus(*c, form->EMAIL);
+        }
+    });
+    got(f.頁3終了, none);
+
+    // The tab control.
+    const auto pageFocus = [c, form] {
+        if (!form->tab_詳細->isEnabled())
+            return;
+        if (form->tab_詳細->currentIndex() == 0)
+            項目focus(*c, form->事業所コード);
+        else if (form->tab_詳細->currentIndex() == 1)
+            項目focus(*c, form->郵便番号);
+    };
+    got(f.tab_詳細, pageFocus);
+    QObject::connect(f.tab_詳細, &QTabWidget::currentChanged, &f, [c, pageFocus](int) {
+        if (!painting(*c))
+            pageFocus();
+    });
+
+    // Titles and backgrounds.
+    auto& ce = *f.clickEvents;
+    const QList<std::pair<QLabel*, QWidget*>> titles{
+        {f.itm_ttl_氏名, f.氏名},           {f.itm_ttl_カナ, f.カナ},           {f.itm_ttl_生年月日, f.生年月日年},
+        {f.itm_ttl_住所, f.郵便番号},       {f.itm_ttl_電話, f.電話},           {f.itm_ttl_携帯電話, f.携帯電話},
+        {f.itm_ttl_ログインID, f.ログインID}, {f.itm_ttl_在籍区分, f.在籍区分}, {f.itm_ttl_入社日付, f.入社日付年号区分},
+        {f.itm_ttl_退社日付, f.退社日付年号区分}};
+    for (const auto& [t, target] : titles)
+        ce.onClick(t, [c, target] { 項目focus(*c, target); });
+    ce.onClick(f.prg_ttl, [c] { 項目focus(*c, c->screen.直前項目); });
+    ce.onClick(f.bak_住所, [c] {
+        if (空白(c->担当者情報.コード))
+            項目focus(*c, c->screen.先頭項目);
+    });
+    ce.onClick(f.bak_写真, [c, form] {
+        if (空白(c->担当者情報.コード))
+            項目focus(*c, c->screen.先頭項目);
+        else if (!c->screen.新規フラグ)
+            項目focus(*c, form->btn_新写真取込);
+    });
+
+    // Buttons.
+    QObject::connect(f.btn_画面クリア, &QPushButton::clicked, &f, [c, form] { btn_画面クリア_Click(*c, *form); });
+    QObject::connect(f.btn_終了, &QPushButton::clicked, &f, [c, form] { btn_終了_Click(*c, *form); });
+    QObject::connect(f.btn_登録, &QPushButton::clicked, &f, [c, form] { btn_登録_Click(*c, *form); });
+}
