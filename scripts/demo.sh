@@ -84,7 +84,8 @@ fi
 screenshot="$demo/screenshot.png"
 rm -f "$screenshot"
 set +e
-timeout 300 xvfb-run -a "$program" --screenshot "$screenshot"
+# The card of the first demo staff member (office 000, staff 00001).
+timeout 300 xvfb-run -a "$program" --screenshot "$screenshot" 00000001
 rc=$?
 set -e
 if [ -s "$screenshot" ]; then

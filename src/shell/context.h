@@ -2,6 +2,7 @@
 
 #include "platform/db/connection.h"
 #include "platform/os/os.h"
+#include "platform/ui/desktop.h"
 #include "platform/ui/messages.h"
 #include "platform/ui/waitbox.h"
 
@@ -249,6 +250,7 @@ struct Context {
     os::System& sys;
     ui::Messages& msg;
     ui::WaitBox& wait;
+    ui::Desktop* desktop = &ui::SystemDesktop::instance();
 
     // The name of this program, as the history, the link and the menu know it.
     const QString プログラムID = QStringLiteral("担当者登録");

@@ -57,6 +57,10 @@ void データ処理term(Context& ctx);
 
 // Folders.
 void フォルダ作成make(Context& ctx, const QString& パス);
+// Hands a path (or a "mailto:" link) to the desktop, with its folder as the working folder.
+void ファイル実行open(Context& ctx, const QString& パス);
+// Opens this program's manual in the manual folder.
+void マニュアルopen(Context& ctx);
 
 // The separator of the folder texts on this platform.
 inline const QString& パス区切り() {

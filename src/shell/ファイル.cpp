@@ -3,6 +3,7 @@
 #include "shell/modデータ処理.h"
 
 #include "platform/os/files.h"
+#include "toolkit/mod項目編集.h"
 
 void フォルダ作成make(Context& ctx, const QString& パス) {
     const QString path = パス.trimmed();
@@ -35,4 +36,13 @@ void フォルダ作成make(Context& ctx, const QString& パス) {
                          QChar(13) + (os::fileExists(folder) ? QStringLiteral("file") : QString()));
         }
     }
+}
+
+void ファイル実行open(Context& ctx, const QString& パス) {
+    const qsizetype last = パス.lastIndexOf(パス区切り());
+    ctx.desktop->open(パス, last < 0 ? QString() : パス.left(last));
+}
+
+void マニュアルopen(Context& ctx) {
+    ファイル実行open(ctx, ctx.folders.manualフォルダ + パス区切り() + 全角conv(ctx.プログラムID) + QStringLiteral(".doc"));
 }

@@ -1,6 +1,7 @@
 #include "staff/frm担当者登録.h"
 
 #include "shell/context.h"
+#include "shell/modデータ処理.h"
 #include "staff/mod担当者登録.h"
 
 #include <QCloseEvent>
@@ -436,6 +437,7 @@ void frm担当者登録::buildTabOrder() {
 
 void frm担当者登録::wire() {
     担当者登録wire(ctx, *this);
+    clickEvents->onClick(manualpanel, [this] { マニュアルopen(ctx); });
 }
 
 void frm担当者登録::表示() {

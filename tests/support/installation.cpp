@@ -79,6 +79,7 @@ TestInstallation::~TestInstallation() {
 
 Context& TestInstallation::newContext() {
     ctx_ = std::make_unique<Context>(sys, messages, waitBox);
+    ctx_->desktop = &desktop;
     return *ctx_;
 }
 

@@ -34,6 +34,7 @@ public:
     FakeSystem sys;
     RecordingMessages messages;
     CountingWaitBox waitBox;
+    RecordingDesktop desktop;
 
     // Runs a statement on the shared configuration file or on the main database,
     // outside the program's own connections.

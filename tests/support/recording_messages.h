@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/desktop.h"
 #include "platform/ui/messages.h"
 #include "platform/ui/waitbox.h"
 
@@ -44,4 +45,19 @@ public:
         visible = true;
     }
     void close() override { visible = false; }
+};
+
+// A desktop that keeps what it was asked to open or start.
+class RecordingDesktop : public ui::Desktop {
+public:
+    QStringList opened;  // "path|working folder"
+    QStringList started; // "program|arguments"
+    bool open(const QString& pathOrLink, const QString& workingFolder) override {
+        opened.append(pathOrLink + QLatin1Char('|') + workingFolder);
+        return true;
+    }
+    bool start(const QString& program, const QStringList& arguments) override {
+        started.append(program + QLatin1Char('|') + arguments.join(QLatin1Char(' ')));
+        return true;
+    }
 };
