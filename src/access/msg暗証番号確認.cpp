@@ -2,51 +2,16 @@
 
 #include "access/msg暗証番号確認.h"
 
+#include "access/dialog_parts.h"
 #include "access/mod暗証番号.h"
 #include "platform/controls/tabtable.h"
 #include "toolkit/mod項目編集.h"
 
-#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QMouseEvent>
 
-namespace {
-
-// A click on a field's title sends the focus to the field.
-class TitleClick : public QObject {
-public:
-    TitleClick(QLabel* title, QWidget* field) : QObject(title), field_(field) { title->installEventFilter(this); }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::MouseButtonPress) {
-            field_->setFocus(Qt::MouseFocusReason);
-            return true;
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    QWidget* field_;
-};
-
-QLabel* title(const QString& name, const QString& caption, QWidget* parent) {
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(name);
-    return label;
-}
-
-QPushButton* button(const QString& name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    // Enter moves on as Tab does; it never presses a button of its own accord.
-    b->setAutoDefault(false);
-    return b;
-}
-
-} // namespace
+using dialog_parts::button;
+using dialog_parts::title;
 
 msg暗証番号確認::msg暗証番号確認(Context& ctx, QWidget* parent) : QDialog(parent), ctx_(ctx) {
     setObjectName(QStringLiteral("msg暗証番号確認"));
@@ -92,17 +57,12 @@ msg暗証番号確認::msg暗証番号確認(Context& ctx, QWidget* parent) : QD
     focus->onGotFocus(暗証番号, [this] { 暗証番号_GotFocus(); });
     focus->onGotFocus(btn_OK, [this] { btn_OK_GotFocus(); });
 
-    for (controls::Field* field : {static_cast<controls::Field*>(担当者コード), static_cast<controls::Field*>(担当者名),
-                                   static_cast<controls::Field*>(暗証番号)}) {
-        connect(field, &QLineEdit::returnPressed, this, [field] {
-            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-            QCoreApplication::sendEvent(field, &tab);
-        });
-    }
+    for (QLineEdit* field : std::initializer_list<QLineEdit*>{担当者コード, 担当者名, 暗証番号})
+        dialog_parts::enterMovesOn(field);
     connect(btn_キャンセル, &QPushButton::clicked, this, [this] { reject(); });
-    new TitleClick(itm_ttl_担当者コード, 担当者コード);
-    new TitleClick(itm_ttl_担当者名, 暗証番号);
-    new TitleClick(itm_ttl_暗証番号, 暗証番号);
+    dialog_parts::titleFocuses(itm_ttl_担当者コード, 担当者コード);
+    dialog_parts::titleFocuses(itm_ttl_担当者名, 暗証番号);
+    dialog_parts::titleFocuses(itm_ttl_暗証番号, 暗証番号);
 
     Form_Load();
 }

@@ -7,6 +7,7 @@
 #include "access/mod暗証番号.h"
 #include "access/mod操作許可.h"
 #include "platform/ui/screenshot.h"
+#include "search/msgお待ち.h"
 #include "shell/modデータ処理.h"
 #include "staff/frm担当者登録.h"
 #include "startup/mod担当者登録起動.h"
@@ -83,7 +84,7 @@ int main(int argc, char** argv) {
     // A run that only takes a picture answers its message boxes on the error stream.
     ui::Messages& messages = check || !screenshot.isEmpty() ? static_cast<ui::Messages&>(consoleMessages)
                                                             : static_cast<ui::Messages&>(dialogMessages);
-    ui::ScreenWaitBox waitBox;
+    msgお待ち waitBox;
     Context ctx(system, messages, waitBox);
     if (check)
         return checkInstallation(ctx);

@@ -2,6 +2,7 @@
 
 #include "shell/context.h"
 #include "shell/modデータ処理.h"
+#include "staff/mod担当者検索.h"
 #include "staff/mod担当者登録.h"
 
 #include <QCloseEvent>
@@ -438,6 +439,7 @@ void frm担当者登録::buildTabOrder() {
 void frm担当者登録::wire() {
     担当者登録wire(ctx, *this);
     clickEvents->onClick(manualpanel, [this] { マニュアルopen(ctx); });
+    担当者検索wire(ctx, *this);
 }
 
 void frm担当者登録::表示() {

@@ -27,6 +27,18 @@ QString 写真最初get(Context& ctx, const QString& 種別, const QString& コ�
     return names.isEmpty() ? QString() : names.first();
 }
 
+bool 写真全delete(Context& ctx, const QString& 種別, const QString& コード) {
+    // Without a code the pattern would take in the photos of everybody.
+    if (空白(コード))
+        return false;
+    const QString folder = folderOf(ctx, 種別);
+    const QStringList names = os::listFolder(folder, コード.trimmed() + QStringLiteral("*"));
+    // A file that cannot be removed is passed over, as all errors here are.
+    for (const QString& name : names)
+        os::removeFile(folder + QLatin1Char('/') + name);
+    return !names.isEmpty();
+}
+
 void 写真display(Context& ctx, frm担当者登録& f) {
     const 担当者情報型& r = ctx.担当者情報;
     if (r.表示写真file.isEmpty()) {

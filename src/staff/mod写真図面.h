@@ -11,6 +11,8 @@ class frm担当者登録;
 
 // The first file of the code in the kind's folder, "" when there is none.
 QString 写真最初get(Context& ctx, const QString& 種別, const QString& コード);
+// Removes every file of the code in the kind's folder; True when at least one matched.
+bool 写真全delete(Context& ctx, const QString& 種別, const QString& コード);
 // Loads img_写真 and img_担当者印 from the record's photo and seal state.
 void 写真display(Context& ctx, frm担当者登録& form);
 // The enabled state of the five photo buttons and of the two seal buttons.

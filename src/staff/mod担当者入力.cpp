@@ -1,10 +1,13 @@
 // The fields of the staff card: what each does on getting the focus, while its
 // text changes and on leaving; the traps, the titles and the tab control.
 
+#include "access/msg担当者暗証番号設定.h"
 #include "shell/modデータ処理.h"
 #include "shell/値変換.h"
 #include "staff/frm担当者登録.h"
+#include "staff/mod担当者削除.h"
 #include "staff/mod担当者登録.h"
+#include "staff/mod担当者移動.h"
 #include "toolkit/mod基本項目.h"
 #include "toolkit/mod項目編集.h"
 
@@ -189,20 +192,31 @@ void 電話rule(Context& ctx, frm担当者登録& f, controls::TelField* field, 
 
 // ---- names joined from their parts
 
-void カナ姓rule(Context& ctx, frm担当者登録& f) {
+// The kana of a name part; True when it changed. The joined kana follows.
+bool カナ姓store(Context& ctx, frm担当者登録& f) {
     担当者情報型& r = ctx.担当者情報;
     if (!store(ctx, r.カナ姓, f.カナ姓->text()))
-        return;
+        return false;
     r.カナ = r.カナ姓 + QLatin1Char(' ') + r.カナ名;
-    refresh(ctx, f);
+    return true;
+}
+
+bool カナ名store(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    if (!store(ctx, r.カナ名, f.カナ名->text()))
+        return false;
+    r.カナ = r.カナ姓 + QLatin1Char(' ') + r.カナ名;
+    return true;
+}
+
+void カナ姓rule(Context& ctx, frm担当者登録& f) {
+    if (カナ姓store(ctx, f))
+        refresh(ctx, f);
 }
 
 void カナ名rule(Context& ctx, frm担当者登録& f) {
-    担当者情報型& r = ctx.担当者情報;
-    if (!store(ctx, r.カナ名, f.カナ名->text()))
-        return;
-    r.カナ = r.カナ姓 + QLatin1Char(' ') + r.カナ名;
-    refresh(ctx, f);
+    if (カナ名store(ctx, f))
+        refresh(ctx, f);
 }
 
 void カナrule(Context& ctx, frm担当者登録& f) {
@@ -210,28 +224,32 @@ void カナrule(Context& ctx, frm担当者登録& f) {
         refresh(ctx, f);
 }
 
+// A changed name part joins the full name anew and takes the reading its kana
+// field collected while it was typed; the paint comes last, as it rewrites the
+// kana fields from the record.
 void 姓rule(Context& ctx, frm担当者登録& f) {
     担当者情報型& r = ctx.担当者情報;
-    if (store(ctx, r.姓, 文字数cut(f.姓->text(), static_cast<short>(f.姓->byteLimit())))) {
-        r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
-        refresh(ctx, f);
-    }
-    カナ姓rule(ctx, f);
+    if (!store(ctx, r.姓, 文字数cut(f.姓->text(), static_cast<short>(f.姓->byteLimit()))))
+        return;
+    r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
+    カナ姓store(ctx, f);
+    refresh(ctx, f);
 }
 
 void 名rule(Context& ctx, frm担当者登録& f) {
     担当者情報型& r = ctx.担当者情報;
-    if (store(ctx, r.名, 文字数cut(f.名->text(), static_cast<short>(f.名->byteLimit())))) {
-        r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
-        refresh(ctx, f);
-    }
-    カナ名rule(ctx, f);
+    if (!store(ctx, r.名, 文字数cut(f.名->text(), static_cast<short>(f.名->byteLimit()))))
+        return;
+    r.氏名 = r.姓 + QLatin1Char(' ') + r.名;
+    カナ名store(ctx, f);
+    refresh(ctx, f);
 }
 
 void 氏名rule(Context& ctx, frm担当者登録& f) {
-    if (store(ctx, ctx.担当者情報.氏名, 文字数cut(f.氏名->text(), static_cast<short>(f.氏名->byteLimit()))))
-        refresh(ctx, f);
-    カナrule(ctx, f);
+    if (!store(ctx, ctx.担当者情報.氏名, 文字数cut(f.氏名->text(), static_cast<short>(f.氏名->byteLimit()))))
+        return;
+    store(ctx, ctx.担当者情報.カナ, f.カナ->text());
+    refresh(ctx, f);
 }
 
 void textRule(Context& ctx, frm担当者登録& f, controls::TextField* field, QString& into) {
@@ -507,8 +525,9 @@ void 担当者登録wire(Context& ctx, frm担当者登録& f) {
             項目focus(*c, form->郵便番号);
     };
     got(f.tab_詳細, pageFocus);
-    QObject::connect(f.tab_詳細, &QTabWidget::currentChanged, &f, [c, pageFocus](int) {
-        if (!painting(*c))
+    // A change of page that another move of the focus has already overtaken is passed over.
+    QObject::connect(f.tab_詳細, &QTabWidget::currentChanged, &f, [c, form, pageFocus](int index) {
+        if (!painting(*c) && form->tab_詳細->currentIndex() == index)
             pageFocus();
     });
 
@@ -537,4 +556,18 @@ void 担当者登録wire(Context& ctx, frm担当者登録& f) {
     QObject::connect(f.btn_画面クリア, &QPushButton::clicked, &f, [c, form] { btn_画面クリア_Click(*c, *form); });
     QObject::connect(f.btn_終了, &QPushButton::clicked, &f, [c, form] { btn_終了_Click(*c, *form); });
     QObject::connect(f.btn_登録, &QPushButton::clicked, &f, [c, form] { btn_登録_Click(*c, *form); });
+    QObject::connect(f.btn_削除, &QPushButton::clicked, &f, [c, form] { btn_削除_Click(*c, *form); });
+    QObject::connect(f.btn_前進, &QPushButton::clicked, &f, [c, form] { btn_前進_Click(*c, *form); });
+    QObject::connect(f.btn_後退, &QPushButton::clicked, &f, [c, form] { btn_後退_Click(*c, *form); });
+    QObject::connect(f.btn_最新コード, &QPushButton::clicked, &f, [c, form] { btn_最新コード_Click(*c, *form); });
+
+    // A staff member sets their own PIN from their own card; the card then shows it.
+    ce.onDoubleClick(f.bak_その他, [c, form] {
+        const QString code = form->コード->text();
+        if (code.isEmpty() || code != c->op.操作担当者コード)
+            return;
+        msg担当者暗証番号設定 dialog(*c, form);
+        dialog.exec();
+        担当者paint(*c, *form);
+    });
 }

@@ -16,6 +16,9 @@
 #include "toolkit/mod項目編集.h"
 #include "toolkit/項目移動.h"
 
+#include <QPointer>
+#include <QTimer>
+
 namespace {
 
 frm担当者登録& formOf(Context& ctx) {
@@ -167,8 +170,27 @@ void 項目focus(Context& ctx, QWidget* control) {
     ctx.screen.検索次項目 = control;
     QWidget* target = control;
     次項目find(*f.tabTable, target);
-    if (target && target->isEnabled() && controls::TabTable::isTabStop(target))
-        target->setFocus(Qt::OtherFocusReason);
+    if (!target || !target->isEnabled() || !controls::TabTable::isTabStop(target))
+        return;
+    // A field on another page of the details brings its page to the front first,
+    // quietly (the page's own rule of focus is for the user's change of page),
+    // once the move of the focus under way has ended.
+    for (int page = 0; page < f.tab_詳細->count(); ++page) {
+        if (page == f.tab_詳細->currentIndex() || !f.tab_詳細->widget(page)->isAncestorOf(target))
+            continue;
+        QPointer<QWidget> later(target);
+        QTimer::singleShot(0, &f, [&ctx, &f, later, page] {
+            if (!later || !later->isEnabled())
+                return;
+            const bool painting = ctx.screen.画面表示中フラグ;
+            ctx.screen.画面表示中フラグ = true;
+            f.tab_詳細->setCurrentIndex(page);
+            ctx.screen.画面表示中フラグ = painting;
+            later->setFocus(Qt::OtherFocusReason);
+        });
+        return;
+    }
+    target->setFocus(Qt::OtherFocusReason);
 }
 
 // ---- reading a row
