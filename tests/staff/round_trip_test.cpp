@@ -1,5 +1,5 @@
-// A staff member typed in, saved, read back, changed and saved again, with
-// every row the two saves leave; two clients on one new code; and input the
+// A staff member typed in, saved, read back, changed, saved again and deleted,
+// with every row the three steps leave; two clients on one new code; and input the
 // card must survive: over-long texts, quotes, unknown codes, impossible dates.
 
 #include "staff_fixture.h"
@@ -77,7 +77,7 @@ protected:
     }
 };
 
-TEST_P(Typing, ANewStaffMemberTypedSavedReadBackChangedAndSavedAgain) {
+TEST_P(Typing, ANewStaffMemberTypedSavedReadBackChangedSavedAgainAndDeleted) {
     ASSERT_TRUE(tree->mainExecute(QStringLiteral(
         "UPDATE M郵便番号 SET 住所A = '東京都千代田区', 住所B = '千代田' WHERE 郵便番号 = '100-0001'")));
     start();
@@ -218,6 +218,27 @@ TEST_P(Typing, ANewStaffMemberTypedSavedReadBackChangedAndSavedAgain) {
     EXPECT_EQ(log.at(2), QStringLiteral("000|") + base + QStringLiteral("|00000003|1|") + after.join(QLatin1Char('|')));
     EXPECT_EQ(rows(QStringLiteral("SELECT 更新日付 FROM M電話番号 ORDER BY 電話番号"), {QStringLiteral("更新日付")}),
               (QStringList{later, later}));
+
+    // Read back once more and deleted: a red row as the row stood, the row gone, the directory kept.
+    tree->sys.clock = tree->sys.clock.addSecs(60);
+    type(form->コード, QStringLiteral("20"));
+    tab();
+    ASSERT_FALSE(ctx().screen.新規フラグ);
+    tree->messages.answers = {ui::Answer::Yes};
+    QTest::mouseClick(form->btn_削除, Qt::LeftButton);
+    ASSERT_EQ(tree->messages.texts().last(), QStringLiteral("削除しますか?"));
+    EXPECT_EQ(tree->messages.shown.last().defaultButton, 2);
+    EXPECT_EQ(form->コード->text(), QString());
+    EXPECT_TRUE(rows(QStringLiteral("SELECT * FROM M担当者 WHERE コード = '00020'"), kStaffColumns).isEmpty());
+    EXPECT_TRUE(historyHolds(QStringLiteral("DELETE FROM M担当者 WHERE コード = '00020'")));
+    log = rows(QStringLiteral("SELECT * FROM L担当者") + order, logColumns);
+    ASSERT_EQ(log.size(), 4);
+    QStringList gone = after;
+    gone[52] = QStringLiteral("20261121 093200");
+    EXPECT_EQ(log.at(3), QStringLiteral("000|") + base + QStringLiteral("|00000004|0|") + gone.join(QLatin1Char('|')));
+    EXPECT_EQ(rows(QStringLiteral("SELECT 電話番号 FROM M電話番号 ORDER BY 電話番号"), {QStringLiteral("電話番号")}),
+              (QStringList{QStringLiteral("0312345678"), QStringLiteral("09011112222")}));
+    EXPECT_EQ(rows(QStringLiteral("SELECT 閲覧No FROM T閲覧 ORDER BY 閲覧No"), {QStringLiteral("閲覧No")}).size(), 3);
 }
 
 // ---- input the card must survive

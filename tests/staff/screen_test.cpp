@@ -242,6 +242,13 @@ TEST_P(StaffScreen, TitlesSendTheFocusToTheirFields) {
     EXPECT_EQ(focused(), QStringLiteral("氏名"));
 }
 
+TEST_P(StaffScreen, ManualPanelOpensTheProgramsManual) {
+    start();
+    QTest::mouseClick(form->manualpanel, Qt::LeftButton);
+    EXPECT_EQ(tree->desktop.opened, QStringList{tree->path(QStringLiteral("manual/担当者登録.doc")) + QLatin1Char('|') +
+                                                tree->path(QStringLiteral("manual"))});
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, StaffScreen, ::testing::Values(Engine::Sqlite, Engine::Postgres),
                          testdb::engineParamName);
 
