@@ -443,6 +443,7 @@ void wnd担当者一覧::状態show() {
 
 void wnd担当者一覧::一覧fill() {
     List担当者->clear();
+    List担当者->beginFill();
     検索SQL_ = 担当者一覧SQLmake(s_, ctx.conn.db, ctx.screen.検索条件, ctx.env.運用事業所コード,
                                  ctx.run.操作事業所コード);
     int taken = 0;
@@ -461,6 +462,7 @@ void wnd担当者一覧::一覧fill() {
         }
         rs.close();
     }
+    List担当者->endFill();
     lab_注意->setVisible(taken == kRowLimit);
     ボタン状態set();
 }

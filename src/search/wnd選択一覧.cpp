@@ -84,6 +84,7 @@ void 選択一覧::読込() {
 
 void 選択一覧::一覧fill() {
     一覧->clear();
+    一覧->beginFill();
     検索SQL_ = SQLmake();
     int taken = 0;
     db::Recordset rs;
@@ -96,6 +97,7 @@ void 選択一覧::一覧fill() {
         }
     }
     rs.close();
+    一覧->endFill();
     if (lab_注意)
         lab_注意->setVisible(taken == 上限_);
 }

@@ -196,6 +196,7 @@ void wnd郵便番号一覧::条件show() {
 
 void wnd郵便番号一覧::一覧fill() {
     List郵便番号->clear();
+    List郵便番号->beginFill();
     検索SQL_ = 郵便番号一覧SQLmake(s_);
     db::Recordset rs;
     if (業務SQLopen(ctx, rs, 検索SQL_, false)) {
@@ -207,6 +208,7 @@ void wnd郵便番号一覧::一覧fill() {
         }
     }
     rs.close();
+    List郵便番号->endFill();
     条件show();
 }
 

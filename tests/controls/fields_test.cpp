@@ -320,6 +320,24 @@ TEST(ReportList, ItemsCarryTheirKeys) {
     EXPECT_EQ(list.findKey("C00009"), nullptr);
 }
 
+TEST(ReportList, RowsFilledWhileSortedComeOutInTheSortOrder) {
+    ReportList list;
+    list.setColumns({{"コード", 1200}, {"名称", 3000}});
+    list.columnClick(1);
+    list.columnClick(1); // 名称, descending
+    ASSERT_TRUE(list.isSortingEnabled());
+    list.beginFill();
+    for (const char* name : {"b", "d", "a", "c"})
+        list.addItem(QString::fromLatin1(name), QString::fromLatin1(name), {QString::fromLatin1(name)});
+    list.endFill();
+    EXPECT_TRUE(list.isSortingEnabled());
+    EXPECT_TRUE(list.updatesEnabled());
+    QStringList order;
+    for (int i = 0; i < list.topLevelItemCount(); ++i)
+        order << list.topLevelItem(i)->text(1);
+    EXPECT_EQ(order, (QStringList{"d", "c", "b", "a"}));
+}
+
 TEST(ReportList, ClickOnAColumnHeadSortsAndASecondClickTurnsTheOrder) {
     ReportList list;
     list.setColumns({{"コード", 1200}, {"名称", 3000}});

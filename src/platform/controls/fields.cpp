@@ -212,6 +212,18 @@ void ReportList::setColumns(const QList<QPair<QString, int>>& columns) {
         setColumnWidth(i, twips(columns[i].second));
 }
 
+void ReportList::beginFill() {
+    sortingWhileFilling_ = isSortingEnabled();
+    setSortingEnabled(false);
+    setUpdatesEnabled(false);
+}
+
+void ReportList::endFill() {
+    setUpdatesEnabled(true);
+    if (sortingWhileFilling_)
+        setSortingEnabled(true); // sorts the rows in hand by the sort key and order
+}
+
 QTreeWidgetItem* ReportList::addItem(const QString& text, const QString& key, const QStringList& subItems) {
     auto* item = new QTreeWidgetItem(QStringList{text} + subItems);
     item->setData(0, Qt::UserRole, key);

@@ -119,6 +119,9 @@ public:
     explicit ReportList(QWidget* parent = nullptr);
     // Headers and widths in twips (15 twips a pixel).
     void setColumns(const QList<QPair<QString, int>>& columns);
+    // Around the adding of many items: sorting and painting wait for the end.
+    void beginFill();
+    void endFill();
     // Adds an item: its text, its key, the texts of its further columns.
     QTreeWidgetItem* addItem(const QString& text, const QString& key, const QStringList& subItems = {});
     static QString key(const QTreeWidgetItem* item);
@@ -131,6 +134,7 @@ public:
 private:
     int sortKey_ = 0;
     Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
+    bool sortingWhileFilling_ = false;
 };
 
 // Twips to pixels: 15 twips a pixel.
