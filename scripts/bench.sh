@@ -12,10 +12,14 @@ export STAFF_BUILD_DIR="$build"
 bash "$repo/scripts/install-deps.sh"
 bash "$repo/scripts/build.sh"
 
-bench="$build/bench/staff-bench"
-if [ ! -x "$bench" ]; then
-    echo "bench: the build did not produce $bench" >&2
-    exit 1
-fi
 export QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}"
-exec bash "$repo/scripts/with-postgres.sh" "$bench" "$@"
+# Each benchmark program in turn; arguments (e.g. --benchmark_filter=...) go to each.
+for name in staff-bench search-bench card-bench; do
+    bench="$build/bench/$name"
+    if [ ! -x "$bench" ]; then
+        echo "bench: the build did not produce $bench" >&2
+        exit 1
+    fi
+    echo "== $name"
+    bash "$repo/scripts/with-postgres.sh" "$bench" "$@"
+done
