@@ -89,37 +89,24 @@ bool 操作担当者read(Context& ctx, const QString& コード) {
                                       QStringLiteral(" WHERE M担当者.コード = '") + コード + QStringLiteral("'"));
     if (found) {
         // A null column leaves the value the operator's record held.
-        const auto take = [&](const char* column, QString& into) {
-            const db::Field f = rs.field(QString::fromUtf8(column));
-            if (!f.isNull())
-                into = f.text();
-        };
-        const auto takeNumber = [&](const char* column, short& into) {
-            const db::Field f = rs.field(QString::fromUtf8(column));
-            if (!f.isNull())
-                into = 整数(f.text());
-        };
-        take("コード", o.操作担当者コード);
-        take("氏名", o.氏名);
-        take("事業所コード", o.事業所コード);
-        take("部門コード", o.部門コード);
-        take("セクションコード", o.セクションコード);
-        take("役職コード", o.役職コード);
-        takeNumber("社員区分", o.社員区分);
-        takeNumber("アクセス権限", o.アクセス権限);
-        for (int i = 0; i < 10; ++i) {
-            const db::Field f = rs.field(QStringLiteral("処理分類%1操作許可").arg(i));
-            if (!f.isNull())
-                o.処理分類操作許可[i] = f.text();
-        }
-        take("操作許可", o.操作許可);
-        take("入力許可", o.入力許可);
-        take("修正許可", o.修正許可);
-        take("削除許可", o.削除許可);
-        take("印刷許可", o.印刷許可);
-        take("プレビュ許可", o.プレビュ許可);
-        take("テキスト出力許可", o.テキスト出力許可);
-        take("イメージ出力許可", o.イメージ出力許可);
+        項目copy(rs.field(QStringLiteral("コード")), o.操作担当者コード);
+        項目copy(rs.field(QStringLiteral("氏名")), o.氏名);
+        項目copy(rs.field(QStringLiteral("事業所コード")), o.事業所コード);
+        項目copy(rs.field(QStringLiteral("部門コード")), o.部門コード);
+        項目copy(rs.field(QStringLiteral("セクションコード")), o.セクションコード);
+        項目copy(rs.field(QStringLiteral("役職コード")), o.役職コード);
+        項目copy(rs.field(QStringLiteral("社員区分")), o.社員区分);
+        項目copy(rs.field(QStringLiteral("アクセス権限")), o.アクセス権限);
+        for (int i = 0; i < 10; ++i)
+            項目copy(rs.field(QStringLiteral("処理分類%1操作許可").arg(i)), o.処理分類操作許可[i]);
+        項目copy(rs.field(QStringLiteral("操作許可")), o.操作許可);
+        項目copy(rs.field(QStringLiteral("入力許可")), o.入力許可);
+        項目copy(rs.field(QStringLiteral("修正許可")), o.修正許可);
+        項目copy(rs.field(QStringLiteral("削除許可")), o.削除許可);
+        項目copy(rs.field(QStringLiteral("印刷許可")), o.印刷許可);
+        項目copy(rs.field(QStringLiteral("プレビュ許可")), o.プレビュ許可);
+        項目copy(rs.field(QStringLiteral("テキスト出力許可")), o.テキスト出力許可);
+        項目copy(rs.field(QStringLiteral("イメージ出力許可")), o.イメージ出力許可);
     }
     rs.close();
     return found;

@@ -222,16 +222,6 @@ void 担当者set(Context& ctx) {
     db::Recordset& rs = staffRow();
     担当者情報型& r = ctx.担当者情報;
     // A null column keeps what the record held before the read.
-    const auto take = [&](const char* column, QString& into) {
-        const db::Field f = rs.field(QString::fromUtf8(column));
-        if (!f.isNull())
-            into = f.text();
-    };
-    const auto takeNumber = [&](const char* column, short& into) {
-        const db::Field f = rs.field(QString::fromUtf8(column));
-        if (!f.isNull())
-            into = 整数(f.text());
-    };
     const auto takeDate = [&](const char* column, QString& into, 日付種別 which) {
         const db::Field f = rs.field(QString::fromUtf8(column));
         if (f.isNull())
@@ -239,59 +229,56 @@ void 担当者set(Context& ctx) {
         into = f.text();
         日付分解(ctx, which);
     };
-    take("コード", r.コード);
-    take("姓", r.姓);
-    take("名", r.名);
-    take("氏名", r.氏名);
-    take("カナ姓", r.カナ姓);
-    take("カナ名", r.カナ名);
-    take("カナ", r.カナ);
-    takeNumber("性別区分", r.性別区分);
+    項目copy(rs.field(QStringLiteral("コード")), r.コード);
+    項目copy(rs.field(QStringLiteral("姓")), r.姓);
+    項目copy(rs.field(QStringLiteral("名")), r.名);
+    項目copy(rs.field(QStringLiteral("氏名")), r.氏名);
+    項目copy(rs.field(QStringLiteral("カナ姓")), r.カナ姓);
+    項目copy(rs.field(QStringLiteral("カナ名")), r.カナ名);
+    項目copy(rs.field(QStringLiteral("カナ")), r.カナ);
+    項目copy(rs.field(QStringLiteral("性別区分")), r.性別区分);
     takeDate("生年月日", r.生年月日, 日付種別::生年月日);
-    take("郵便番号", r.郵便番号);
-    take("住所A", r.住所A);
-    take("住所B", r.住所B);
-    take("住所C", r.住所C);
-    take("電話", r.電話);
-    take("携帯電話", r.携帯電話);
-    take("EMAIL", r.EMAIL);
-    take("担当者メモ", r.担当者メモ);
-    take("事業所コード", r.事業所コード);
-    take("事業所名", r.事業所名);
-    take("部門コード", r.部門コード);
-    take("部門名", r.部門名);
-    take("セクションコード", r.セクションコード);
-    take("セクション名", r.セクション名);
-    take("役職コード", r.役職コード);
-    take("役職名", r.役職名);
-    take("職責", r.職責);
-    take("ログインID", r.ログインID);
-    takeNumber("在籍区分", r.在籍区分);
-    takeNumber("社員区分", r.社員区分);
+    項目copy(rs.field(QStringLiteral("郵便番号")), r.郵便番号);
+    項目copy(rs.field(QStringLiteral("住所A")), r.住所A);
+    項目copy(rs.field(QStringLiteral("住所B")), r.住所B);
+    項目copy(rs.field(QStringLiteral("住所C")), r.住所C);
+    項目copy(rs.field(QStringLiteral("電話")), r.電話);
+    項目copy(rs.field(QStringLiteral("携帯電話")), r.携帯電話);
+    項目copy(rs.field(QStringLiteral("EMAIL")), r.EMAIL);
+    項目copy(rs.field(QStringLiteral("担当者メモ")), r.担当者メモ);
+    項目copy(rs.field(QStringLiteral("事業所コード")), r.事業所コード);
+    項目copy(rs.field(QStringLiteral("事業所名")), r.事業所名);
+    項目copy(rs.field(QStringLiteral("部門コード")), r.部門コード);
+    項目copy(rs.field(QStringLiteral("部門名")), r.部門名);
+    項目copy(rs.field(QStringLiteral("セクションコード")), r.セクションコード);
+    項目copy(rs.field(QStringLiteral("セクション名")), r.セクション名);
+    項目copy(rs.field(QStringLiteral("役職コード")), r.役職コード);
+    項目copy(rs.field(QStringLiteral("役職名")), r.役職名);
+    項目copy(rs.field(QStringLiteral("職責")), r.職責);
+    項目copy(rs.field(QStringLiteral("ログインID")), r.ログインID);
+    項目copy(rs.field(QStringLiteral("在籍区分")), r.在籍区分);
+    項目copy(rs.field(QStringLiteral("社員区分")), r.社員区分);
     takeDate("入社日付", r.入社日付, 日付種別::入社日付);
     takeDate("退社日付", r.退社日付, 日付種別::退社日付);
     if (const db::Field seal = rs.field(QStringLiteral("担当者印file")); !seal.isNull()) {
         r.担当者印file = seal.text();
         r.取込担当者印path.clear();
     }
-    take("社員コード", r.社員コード);
+    項目copy(rs.field(QStringLiteral("社員コード")), r.社員コード);
     if (const db::Field pin = rs.field(QStringLiteral("暗証番号")); !pin.isNull())
         r.暗証番号 = 空白(pin.text()) ? QString() : 暗証番号decode(ctx, pin.text());
-    for (int i = 0; i < 10; ++i) {
-        const db::Field flag = rs.field(QStringLiteral("処理分類%1操作許可").arg(i));
-        if (!flag.isNull())
-            r.処理分類操作許可[i] = flag.text();
-    }
-    take("操作許可", r.操作許可);
-    take("入力許可", r.入力許可);
-    take("修正許可", r.修正許可);
-    take("削除許可", r.削除許可);
-    take("印刷許可", r.印刷許可);
-    take("プレビュ許可", r.プレビュ許可);
-    take("テキスト出力許可", r.テキスト出力許可);
-    take("イメージ出力許可", r.イメージ出力許可);
-    take("登録日付", r.登録日付);
-    take("更新日付", r.更新日付);
+    for (int i = 0; i < 10; ++i)
+        項目copy(rs.field(QStringLiteral("処理分類%1操作許可").arg(i)), r.処理分類操作許可[i]);
+    項目copy(rs.field(QStringLiteral("操作許可")), r.操作許可);
+    項目copy(rs.field(QStringLiteral("入力許可")), r.入力許可);
+    項目copy(rs.field(QStringLiteral("修正許可")), r.修正許可);
+    項目copy(rs.field(QStringLiteral("削除許可")), r.削除許可);
+    項目copy(rs.field(QStringLiteral("印刷許可")), r.印刷許可);
+    項目copy(rs.field(QStringLiteral("プレビュ許可")), r.プレビュ許可);
+    項目copy(rs.field(QStringLiteral("テキスト出力許可")), r.テキスト出力許可);
+    項目copy(rs.field(QStringLiteral("イメージ出力許可")), r.イメージ出力許可);
+    項目copy(rs.field(QStringLiteral("登録日付")), r.登録日付);
+    項目copy(rs.field(QStringLiteral("更新日付")), r.更新日付);
     rs.close();
     r.写真file = 写真最初get(ctx, QStringLiteral("担当者"), r.コード);
     r.表示写真file = r.写真file;
