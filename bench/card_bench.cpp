@@ -11,6 +11,7 @@
 // check. Those rows refer only to staff above 50000; the field exit reads staff
 // below 50000, so every one of them passes all 22 tables (the longest check).
 
+#include "bench_support.h"
 #include "platform/db/translate.h"
 #include "schema/schema.h"
 #include "shell/modデータ処理.h"
@@ -92,8 +93,7 @@ public:
         if (!made.ok)
             qFatal("cannot make the installation tree: %s", qPrintable(made.message));
         db::Connection cn;
-        if (!cn.open(QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") + mainFile() +
-                     QStringLiteral(";")))
+        if (!cn.open(bench::desktopConnectionText(mainFile())))
             qFatal("cannot open the main database: %s", qPrintable(cn.lastError().description));
         run(cn, QStringLiteral("PRAGMA synchronous = OFF"));
         fillStaff(cn);
@@ -246,16 +246,6 @@ Program& program() {
 }
 
 // ---- the raw engine
-
-std::map<std::string, double>& rawTimes() {
-    static std::map<std::string, double> times;
-    return times;
-}
-
-double nsPerIteration(std::chrono::steady_clock::time_point start, const benchmark::State& state) {
-    const auto ns = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-    return state.iterations() > 0 ? ns / static_cast<double>(state.iterations()) : 0.0;
-}
 
 class Handle {
 public:
@@ -466,7 +456,7 @@ void FieldExit_Raw(benchmark::State& state) {
             }
         }
     }
-    rawTimes()["FieldExit"] = nsPerIteration(start, state);
+    bench::rememberRaw("FieldExit", bench::nsPerIteration(start, state));
     if (main.count(QStringLiteral("SELECT COUNT(*) FROM T閲覧")) !=
         accessBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the access records written do not match the iterations");
@@ -496,13 +486,11 @@ void FieldExit_Program(benchmark::State& state) {
             break;
         }
     }
-    const double ns = nsPerIteration(start, state);
+    const double ns = bench::nsPerIteration(start, state);
     if (check.count(QStringLiteral("SELECT COUNT(*) FROM T閲覧")) !=
         accessBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the access records written do not match the iterations");
-    const double raw = rawTimes()["FieldExit"];
-    if (raw > 0)
-        state.counters["ratio_to_raw"] = ns / raw;
+    bench::reportRatio(state, "FieldExit", ns);
 }
 
 // ---- save
@@ -670,7 +658,7 @@ void Save_Raw(benchmark::State& state) {
             r.住所A + QStringLiteral("', '") + r.住所B + QStringLiteral("', '") + r.住所C + QStringLiteral("', '") +
             digits + QStringLiteral("', '0', '") + userId + QStringLiteral("', '") + stamp() + QStringLiteral("')"));
     }
-    rawTimes()["Save"] = nsPerIteration(start, state);
+    bench::rememberRaw("Save", bench::nsPerIteration(start, state));
     if (main.count(QStringLiteral("SELECT COUNT(*) FROM L担当者")) != logBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the log rows written do not match the iterations");
 }
@@ -698,15 +686,13 @@ void Save_Program(benchmark::State& state) {
             break;
         }
     }
-    const double ns = nsPerIteration(start, state);
+    const double ns = bench::nsPerIteration(start, state);
     const long saved = static_cast<long>(state.iterations());
     if (main.count(QStringLiteral("SELECT COUNT(*) FROM L担当者")) != logBefore + saved ||
         main.count(QStringLiteral("SELECT COUNT(*) FROM M電話番号")) != phonesBefore + saved ||
         config.count(QStringLiteral("SELECT COUNT(*) FROM プログラム稼動履歴")) != historyBefore + saved)
         state.SkipWithError("the log, directory and history rows do not match the iterations");
-    const double raw = rawTimes()["Save"];
-    if (raw > 0)
-        state.counters["ratio_to_raw"] = ns / raw;
+    bench::reportRatio(state, "Save", ns);
 }
 
 } // namespace

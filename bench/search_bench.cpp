@@ -4,6 +4,7 @@
 // program benchmark reports its time as a ratio to its raw counterpart
 // ("ratio_to_raw").
 
+#include "bench_support.h"
 #include "platform/db/translate.h"
 #include "schema/schema.h"
 #include "search/wnd担当者一覧.h"
@@ -80,8 +81,7 @@ public:
         }
     }
     QString connectionText() const {
-        return QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") + path_ +
-               QStringLiteral(";");
+        return bench::desktopConnectionText(path_);
     }
     const QString& path() const { return path_; }
 
@@ -93,16 +93,6 @@ private:
 SearchDatabase& searchDatabase() {
     static SearchDatabase database;
     return database;
-}
-
-std::map<std::string, double>& rawTimes() {
-    static std::map<std::string, double> times;
-    return times;
-}
-
-double nsPerIteration(std::chrono::steady_clock::time_point start, const benchmark::State& state) {
-    const auto ns = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-    return state.iterations() > 0 ? ns / static_cast<double>(state.iterations()) : 0.0;
 }
 
 // The composite search on department 003: 10,000 rows match, 1,000 are listed.
@@ -138,7 +128,7 @@ void runRaw(benchmark::State& state, const QString& statement, int columns, int 
         if (rows != expected)
             state.SkipWithError("unexpected row count");
     }
-    rawTimes()[name] = nsPerIteration(start, state);
+    bench::rememberRaw(name, bench::nsPerIteration(start, state));
     sqlite3_close(handle);
 }
 
@@ -167,9 +157,7 @@ void runProgram(benchmark::State& state, const QString& statement, const QString
         if (rows != expected)
             state.SkipWithError("unexpected row count");
     }
-    const double raw = rawTimes()[name];
-    if (raw > 0)
-        state.counters["ratio_to_raw"] = nsPerIteration(start, state) / raw;
+    bench::reportRatio(state, name, bench::nsPerIteration(start, state));
 }
 
 void StaffComposite_Raw(benchmark::State& state) {

@@ -2,6 +2,7 @@
 // the same work in the same run. Each program benchmark reports its time as
 // a ratio to its raw counterpart ("ratio_to_raw").
 
+#include "bench_support.h"
 #include "platform/db/translate.h"
 #include "schema/schema.h"
 #include "shell/modデータ処理.h"
@@ -68,7 +69,7 @@ public:
         }
     }
     QString connectionText() const {
-        return QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") + path_ + QStringLiteral(";");
+        return bench::desktopConnectionText(path_);
     }
     const QString& path() const { return path_; }
 
@@ -80,17 +81,6 @@ private:
 StaffDatabase& staffDatabase() {
     static StaffDatabase database;
     return database;
-}
-
-// Nanoseconds per iteration of the raw benchmarks, by name.
-std::map<std::string, double>& rawTimes() {
-    static std::map<std::string, double> times;
-    return times;
-}
-
-double nsPerIteration(std::chrono::steady_clock::time_point start, const benchmark::State& state) {
-    const auto ns = std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-    return state.iterations() > 0 ? ns / static_cast<double>(state.iterations()) : 0.0;
 }
 
 QString staffCode(long i) {
@@ -123,7 +113,7 @@ void StaffPointRead_Raw(benchmark::State& state) {
                 benchmark::DoNotOptimize(sqlite3_column_text(stmt, c));
         sqlite3_finalize(stmt);
     }
-    rawTimes()["StaffPointRead"] = nsPerIteration(start, state);
+    bench::rememberRaw("StaffPointRead", bench::nsPerIteration(start, state));
     sqlite3_close(handle);
 }
 
@@ -143,9 +133,7 @@ void StaffPointRead_Program(benchmark::State& state) {
         benchmark::DoNotOptimize(rs.field(QStringLiteral("氏名")).text());
         rs.close();
     }
-    const double raw = rawTimes()["StaffPointRead"];
-    if (raw > 0)
-        state.counters["ratio_to_raw"] = nsPerIteration(start, state) / raw;
+    bench::reportRatio(state, "StaffPointRead", bench::nsPerIteration(start, state));
 }
 
 } // namespace

@@ -43,7 +43,7 @@ bool Recordset::open(const QString& sql, Connection& connection) {
     static const QRegularExpression suffix(QStringLiteral(":[0-9]+$"));
     for (int i = 0; i < record.count(); ++i) {
         QString name = record.fieldName(i);
-        if (connection.engine() == Engine::Sqlite)
+        if (connection.engine() == Engine::Sqlite && name.contains(QLatin1Char(':')))
             name.remove(suffix);
         // Some ODBC drivers give the length of a name in bytes: cut at its terminator.
         if (const qsizetype nul = name.indexOf(QChar(0)); nul >= 0)
@@ -76,6 +76,10 @@ Field Recordset::field(const QString& name) const {
 
 // Names compare without regard to case; with two columns of one name the first counts.
 int Recordset::indexOf(const QString& name) const {
+    // The program mostly writes a name as the engine gives it back: try that first.
+    for (qsizetype i = 0; i < names_.size(); ++i)
+        if (names_.at(i) == name)
+            return static_cast<int>(i);
     for (qsizetype i = 0; i < names_.size(); ++i)
         if (names_.at(i).compare(name, Qt::CaseInsensitive) == 0)
             return static_cast<int>(i);
