@@ -4,6 +4,7 @@
 #include "shell/modデータ処理.h"
 #include "staff/mod担当者検索.h"
 #include "staff/mod担当者登録.h"
+#include "staff/mod担当者印刷.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -439,6 +440,9 @@ void frm担当者登録::buildTabOrder() {
 void frm担当者登録::wire() {
     担当者登録wire(ctx, *this);
     clickEvents->onClick(manualpanel, [this] { マニュアルopen(ctx); });
+    connect(btn_印刷, &QPushButton::clicked, this, [this] { btn_印刷_Click(ctx, *this); });
+    connect(btn_プレビュ, &QPushButton::clicked, this, [this] { btn_プレビュ_Click(ctx, *this); });
+    connect(btn_EMAIL, &QPushButton::clicked, this, [this] { btn_EMAIL_Click(ctx, *this); });
     担当者検索wire(ctx, *this);
 }
 
