@@ -3,6 +3,7 @@
 #include "platform/db/connection.h"
 #include "platform/os/os.h"
 #include "platform/ui/desktop.h"
+#include "platform/ui/dialogs.h"
 #include "platform/ui/messages.h"
 #include "platform/ui/waitbox.h"
 
@@ -251,6 +252,7 @@ struct Context {
     ui::Messages& msg;
     ui::WaitBox& wait;
     ui::Desktop* desktop = &ui::SystemDesktop::instance();
+    ui::Dialogs* dialogs = &ui::ScreenDialogs::instance();
 
     // The name of this program, as the history, the link and the menu know it.
     const QString プログラムID = QStringLiteral("担当者登録");

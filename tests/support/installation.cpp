@@ -4,6 +4,7 @@
 #include "platform/db/recordset.h"
 #include "tools/setup.h"
 
+#include <QPixmap>
 #include <QUuid>
 
 namespace {
@@ -80,6 +81,7 @@ TestInstallation::~TestInstallation() {
 Context& TestInstallation::newContext() {
     ctx_ = std::make_unique<Context>(sys, messages, waitBox);
     ctx_->desktop = &desktop;
+    ctx_->dialogs = &dialogs;
     return *ctx_;
 }
 
@@ -102,4 +104,9 @@ QStringList TestInstallation::mainRows(const QString& sql, const QStringList& co
 QStringList TestInstallation::history() const {
     return configRows(QStringLiteral("SELECT proccounter, 摘要 FROM プログラム稼動履歴 ORDER BY rowid"),
                       {QStringLiteral("proccounter"), QStringLiteral("摘要")});
+}
+
+bool RecordingDialogs::printPicture(QWidget*, const QPixmap& picture) {
+    asked.append(QStringLiteral("print|%1x%2").arg(picture.width()).arg(picture.height()));
+    return printAnswer;
 }

@@ -35,6 +35,7 @@ public:
     RecordingMessages messages;
     CountingWaitBox waitBox;
     RecordingDesktop desktop;
+    RecordingDialogs dialogs;
 
     // Runs a statement on the shared configuration file or on the main database,
     // outside the program's own connections.

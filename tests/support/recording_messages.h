@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ui/desktop.h"
+#include "platform/ui/dialogs.h"
 #include "platform/ui/messages.h"
 #include "platform/ui/waitbox.h"
 
@@ -60,4 +61,27 @@ public:
         started.append(program + QLatin1Char('|') + arguments.join(QLatin1Char(' ')));
         return true;
     }
+};
+
+// Common dialogs answered from queues; what each was asked is kept.
+class RecordingDialogs : public ui::Dialogs {
+public:
+    QStringList files;   // answers of openFile and saveFile, from the front; "" cancels
+    QStringList folders; // answers of chooseFolder, from the front; "" cancels
+    bool printAnswer = true;
+    QStringList asked;   // "open|filter|index|folder", "save|...", "folder|title|folder", "print|WxH"
+
+    QString openFile(QWidget*, const QString& filter, int filterIndex, const QString& folder) override {
+        asked.append(QStringLiteral("open|%1|%2|%3").arg(filter).arg(filterIndex).arg(folder));
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    QString saveFile(QWidget*, const QString& filter, int filterIndex, const QString& folder) override {
+        asked.append(QStringLiteral("save|%1|%2|%3").arg(filter).arg(filterIndex).arg(folder));
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    QString chooseFolder(QWidget*, const QString& title, const QString& folder) override {
+        asked.append(QStringLiteral("folder|%1|%2").arg(title, folder));
+        return folders.isEmpty() ? QString() : folders.takeFirst();
+    }
+    bool printPicture(QWidget*, const QPixmap& picture) override;
 };
