@@ -61,11 +61,29 @@ void フォルダ作成make(Context& ctx, const QString& パス);
 void ファイル実行open(Context& ctx, const QString& パス);
 // Opens this program's manual in the manual folder.
 void マニュアルopen(Context& ctx);
+// The name of a file without its folder and its extension, or the last part of
+// a folder's path; "" when the file is not there.
+QString ファイル名get(const QString& パス);
+
+// The attachment store: an attached file or folder lies in ドキュメントフォルダ
+// as <key>_<its own name>.
+// Brings a file, or a folder as a tree, into the store (フォルダ名 names a folder there).
+void 付属書類copy(Context& ctx, const QString& 元パス, const QString& キー, const QString& フォルダ名);
+// Takes an attachment out of the store: the folder of that name, or every file
+// whose name begins with it.
+void 付属書類del(Context& ctx, const QString& 名前, const QString& キー);
+// Opens the stored copy of the attachment picked from 元パス.
+void 付属書類open(Context& ctx, const QString& 元パス, const QString& キー);
 
 // The separator of the folder texts on this platform.
 inline const QString& パス区切り() {
     static const QString separator = QStringLiteral("/");
     return separator;
+}
+
+// The text behind the last separator of a path: the own name of a file or folder.
+inline QString パス末尾(const QString& パス) {
+    return パス.mid(パス.lastIndexOf(パス区切り()) + 1);
 }
 
 // The company record, the installation's office and the outside systems.

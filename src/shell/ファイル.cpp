@@ -5,6 +5,10 @@
 #include "platform/os/files.h"
 #include "toolkit/mod項目編集.h"
 
+#include <QLabel>
+#include <QPointer>
+#include <QWidget>
+
 void フォルダ作成make(Context& ctx, const QString& パス) {
     const QString path = パス.trimmed();
     if (path.isEmpty())
@@ -45,4 +49,101 @@ void ファイル実行open(Context& ctx, const QString& パス) {
 
 void マニュアルopen(Context& ctx) {
     ファイル実行open(ctx, ctx.folders.manualフォルダ + パス区切り() + 全角conv(ctx.プログラムID) + QStringLiteral(".doc"));
+}
+
+namespace {
+
+QString storedPath(const Context& ctx, const QString& key, const QString& name) {
+    return ctx.company.ドキュメントフォルダ + パス区切り() + key + QLatin1Char('_') + name;
+}
+
+// The card takes no input while files are moved. Disabling it drops the focus
+// of its control, which comes back with the card.
+class MainScreenPause {
+public:
+    explicit MainScreenPause(Context& ctx) : screen_(ctx.主画面) {
+        if (!screen_)
+            return;
+        focus_ = screen_->focusWidget();
+        screen_->setEnabled(false);
+    }
+    ~MainScreenPause() {
+        if (!screen_)
+            return;
+        screen_->setEnabled(true);
+        if (focus_)
+            focus_->setFocus(Qt::OtherFocusReason);
+    }
+    MainScreenPause(const MainScreenPause&) = delete;
+    MainScreenPause& operator=(const MainScreenPause&) = delete;
+
+    QLabel* notice() const { return screen_ ? screen_->findChild<QLabel*>(QStringLiteral("お知らせ")) : nullptr; }
+
+private:
+    QPointer<QWidget> screen_;
+    QPointer<QWidget> focus_;
+};
+
+void showNotice(QLabel* label, const QString& text) {
+    if (!label)
+        return;
+    label->setText(text);
+    label->repaint();
+}
+
+} // namespace
+
+QString ファイル名get(const QString& パス) {
+    const QString path = パス.trimmed();
+    if (path.isEmpty())
+        return QString();
+    if (os::folderExists(path))
+        return パス末尾(path);
+    if (!os::fileExists(path))
+        return QString();
+    const QString name = パス末尾(path);
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? name : name.left(dot);
+}
+
+void 付属書類copy(Context& ctx, const QString& 元パス, const QString& キー, const QString& フォルダ名) {
+    const MainScreenPause pause(ctx);
+    if (!os::folderExists(元パス)) {
+        // A copy that fails leaves the store as it was; the list shows the
+        // attachment as missing.
+        if (os::fileExists(元パス))
+            os::copyFile(元パス, storedPath(ctx, キー, パス末尾(元パス)));
+        return;
+    }
+    ctx.wait.show();
+    os::copyFolder(元パス, storedPath(ctx, キー, フォルダ名));
+    ctx.wait.close();
+}
+
+void 付属書類del(Context& ctx, const QString& 名前, const QString& キー) {
+    const MainScreenPause pause(ctx);
+    QLabel* notice = pause.notice();
+    showNotice(notice, QStringLiteral("＊＊削除中です。しばらくお待ちください＊＊"));
+    const QString stored = storedPath(ctx, キー, 名前);
+    if (os::folderExists(stored)) {
+        ctx.wait.show();
+        os::removeFolder(stored);
+        ctx.wait.close();
+    } else {
+        // Every file whose name begins with the stored one goes, so an attachment
+        // whose name continues this one's goes with it. The names are compared as
+        // texts: brackets in a name are no pattern.
+        const QString folder = ctx.company.ドキュメントフォルダ;
+        const QString prefix = パス末尾(stored);
+        for (const QString& name : os::listFolder(folder, QStringLiteral("*"))) {
+            const QString path = folder + パス区切り() + name;
+            if (name.startsWith(prefix) && os::fileExists(path))
+                os::removeFile(path);
+        }
+    }
+    showNotice(notice, QString());
+}
+
+void 付属書類open(Context& ctx, const QString& 元パス, const QString& キー) {
+    ファイル実行open(ctx, storedPath(ctx, キー, パス末尾(元パス)));
 }

@@ -2,6 +2,8 @@
 
 #include "shell/context.h"
 #include "shell/modデータ処理.h"
+#include "staff/mod付属書類.h"
+#include "staff/mod写真図面.h"
 #include "staff/mod担当者検索.h"
 #include "staff/mod担当者登録.h"
 #include "staff/mod担当者印刷.h"
@@ -444,6 +446,18 @@ void frm担当者登録::wire() {
     connect(btn_プレビュ, &QPushButton::clicked, this, [this] { btn_プレビュ_Click(ctx, *this); });
     connect(btn_EMAIL, &QPushButton::clicked, this, [this] { btn_EMAIL_Click(ctx, *this); });
     担当者検索wire(ctx, *this);
+    connect(btn_最初の写真, &QPushButton::clicked, this, [this] { btn_最初の写真_Click(ctx, *this); });
+    connect(btn_次の写真, &QPushButton::clicked, this, [this] { btn_次の写真_Click(ctx, *this); });
+    connect(btn_新写真取込, &QPushButton::clicked, this, [this] { btn_新写真取込_Click(ctx, *this); });
+    connect(btn_写真削除, &QPushButton::clicked, this, [this] { btn_写真削除_Click(ctx, *this); });
+    connect(btn_全写真削除, &QPushButton::clicked, this, [this] { btn_全写真削除_Click(ctx, *this); });
+    connect(btn_担当者印読込, &QPushButton::clicked, this, [this] { btn_担当者印読込_Click(ctx, *this); });
+    connect(btn_担当者印クリア, &QPushButton::clicked, this, [this] { btn_担当者印クリア_Click(ctx, *this); });
+    clickEvents->onClick(img_写真, [this] { img_写真_Click(ctx, *this); });
+    // A click on a picture is its own, not the page's behind it.
+    img_写真->setAttribute(Qt::WA_NoMousePropagation);
+    img_担当者印->setAttribute(Qt::WA_NoMousePropagation);
+    付属書類wire(ctx, *this);
 }
 
 void frm担当者登録::表示() {

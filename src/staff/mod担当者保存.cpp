@@ -5,6 +5,7 @@
 #include "shell/modデータ処理.h"
 #include "shell/値変換.h"
 #include "shell/暗証番号.h"
+#include "staff/mod写真図面.h"
 #include "staff/mod担当者登録.h"
 #include "toolkit/mod項目編集.h"
 
@@ -128,12 +129,6 @@ void 電話帳(Context& ctx) {
 
 QString sealFolder(const Context& ctx) {
     return ctx.company.写真フォルダ + QStringLiteral("/担当者印");
-}
-
-// The extension of a file name, from the first point at or behind the nth-last character.
-QString extensionOf(const QString& name, int fromEnd) {
-    const qsizetype dot = name.indexOf(QLatin1Char('.'), qMax<qsizetype>(0, name.size() - fromEnd));
-    return dot < 0 ? QString() : name.mid(dot);
 }
 
 } // namespace

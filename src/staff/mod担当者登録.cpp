@@ -10,6 +10,7 @@
 #include "shell/modデータ処理.h"
 #include "shell/値変換.h"
 #include "staff/frm担当者登録.h"
+#include "staff/mod付属書類.h"
 #include "staff/mod写真図面.h"
 #include "staff/mod担当者保存.h"
 #include "toolkit/mod基本項目.h"
@@ -124,6 +125,7 @@ void 担当者show(Context& ctx, frm担当者登録& f) {
     写真display(ctx, f);
     f.repaint();
     ctx.screen.画面表示中フラグ = false;
+    付属書類listint(ctx, f);
 }
 
 void 画面初期set(Context& /*ctx*/, frm担当者登録& f) {

@@ -75,4 +75,13 @@ QStringList listFolder(const QString& folder, const QString& pattern) {
                                   QDir::Unsorted);
 }
 
+qint64 fileSize(const QString& path) {
+    return fileExists(path) ? QFileInfo(path).size() : -1;
+}
+
+QDateTime modifiedAt(const QString& path) {
+    const QFileInfo info(path);
+    return !path.isEmpty() && info.exists() ? info.lastModified() : QDateTime();
+}
+
 } // namespace os

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -21,5 +22,9 @@ bool removeFile(const QString& path);
 // Names (without folder) of the entries of a folder that match a wildcard
 // pattern, in the file system's own order.
 QStringList listFolder(const QString& folder, const QString& pattern);
+// The length in bytes of a file, -1 when there is none.
+qint64 fileSize(const QString& path);
+// When a file or folder was last changed; invalid when there is none.
+QDateTime modifiedAt(const QString& path);
 
 } // namespace os

@@ -1,6 +1,7 @@
 #include "platform/os/os.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLockFile>
 #include <QSysInfo>
 
@@ -10,6 +11,11 @@
 #include <unistd.h>
 
 namespace os {
+
+QString homeFolder() {
+    const QString profile = qEnvironmentVariable("USERPROFILE");
+    return profile.isEmpty() ? QDir::homePath() : profile;
+}
 
 System::System(QString commandLine) : commandLine_(std::move(commandLine)) {}
 

@@ -31,6 +31,10 @@ private:
     QString commandLine_;
 };
 
+// The user's own folder, where the file dialogs start: USERPROFILE when it is
+// set, else the home folder.
+QString homeFolder();
+
 // One running instance of a program, by a lock file that the object holds for
 // its life. A lock left behind by a process that has ended is taken over.
 class SingleInstance {

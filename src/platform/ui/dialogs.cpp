@@ -24,6 +24,8 @@ QString run(QWidget* parent, const QString& filter, int filterIndex, const QStri
     QFileDialog dialog(parent, QString(), folder);
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    // The save form picks a file as well: an existing one is no overwrite to confirm.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     const QStringList names = filters(filter);
     dialog.setNameFilters(names);
     if (filterIndex >= 0 && filterIndex < names.size())
