@@ -6,6 +6,7 @@
 
 #include "access/mod暗証番号.h"
 #include "access/mod操作許可.h"
+#include "client/modクライアント処理.h"
 #include "platform/ui/screenshot.h"
 #include "search/msgお待ち.h"
 #include "shell/modデータ処理.h"
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
                                                             : static_cast<ui::Messages&>(dialogMessages);
     msgお待ち waitBox;
     Context ctx(system, messages, waitBox);
+    ctx.DBツール登録 = DBツール登録;
     if (check)
         return checkInstallation(ctx);
 

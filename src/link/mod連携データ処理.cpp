@@ -206,12 +206,14 @@ void 連携利用者環境copy(Context& ctx) {
     if (!s)
         return;
     // A step that fails leaves a row in the run history, and the next one runs.
+    const auto report = [&](const QString& what) {
+        エラー履歴add(ctx, what + QStringLiteral(" User ConfF=") + s->confフォルダ + QStringLiteral(" User Report =") +
+                                s->reportフォルダ);
+    };
     const auto copy = [&](const QString& folder, const QString& name) {
         const QString from = folder == s->confフォルダ ? s->共通confフォルダ : s->共通reportフォルダ;
         if (!os::copyFile(from + sep() + name, folder + sep() + name))
-            エラー履歴add(ctx, QStringLiteral("ファイルをコピーできません: ") + from + sep() + name +
-                                   QStringLiteral(" User ConfF=") + s->confフォルダ + QStringLiteral(" User Report =") +
-                                   s->reportフォルダ);
+            report(QStringLiteral("ファイルをコピーできません: ") + from + sep() + name);
     };
 
     フォルダ作成make(ctx, s->confフォルダ + sep());
@@ -227,6 +229,28 @@ void 連携利用者環境copy(Context& ctx) {
     ctx.wait.show();
     copy(s->reportフォルダ, QStringLiteral("repdb.mdb"));
     copy(s->reportフォルダ, QStringLiteral("repfrmdb.mdb"));
+    // The report forms' linked tables follow the user's own copy, where the
+    // desktop database tool could be registered; the form file opens with the
+    // default engine.
+    if (ctx.DBツール登録 && ctx.DBツール登録(ctx)) {
+        db::TableLinks& links = *ctx.tableLinks;
+        if (links.open(s->reportフォルダ + sep() + QStringLiteral("repfrmdb.mdb"), QString())) {
+            const qint32 linkedTable = 1073741824;
+            const QString connect =
+                QStringLiteral(";DATABASE=") + s->reportフォルダ + sep() + QStringLiteral("repdb.mdb");
+            for (const db::TableDef& table : links.tableDefs()) {
+                if (table.attributes != linkedTable)
+                    continue;
+                if (!links.setConnect(table.name, connect))
+                    report(links.lastError());
+                if (!links.refreshLink(table.name))
+                    report(links.lastError());
+            }
+            links.close();
+        } else {
+            report(links.lastError());
+        }
+    }
     ctx.wait.close();
 }
 

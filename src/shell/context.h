@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/db/connection.h"
+#include "platform/db/table_links.h"
 #include "platform/os/os.h"
+#include "platform/os/registry.h"
 #include "platform/ui/desktop.h"
 #include "platform/ui/dialogs.h"
 #include "platform/ui/messages.h"
@@ -9,6 +11,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace pin {
@@ -30,6 +33,7 @@ struct フォルダ情報 {
     QString confフォルダ;
     QString reportフォルダ;
     QString Accessデータパス;
+    QString Access実行パス; // the desktop database tool's folder, as the registry names it
     short gnrdb種別 = 0;   // 1 ".accdb", 2 ".mdb", 0 none
     short usrcnfg種別 = 0;
     short repdb種別 = 0;
@@ -253,6 +257,14 @@ struct Context {
     ui::WaitBox& wait;
     ui::Desktop* desktop = &ui::SystemDesktop::instance();
     ui::Dialogs* dialogs = &ui::ScreenDialogs::instance();
+    os::Registry* registry = &os::SystemRegistry::instance();
+    // The desktop database engine that points the linked tables of a report form file at its data.
+    ::db::TableLinks* tableLinks = &::db::DesktopTableLinks::instance();
+
+    // Registers the desktop database tool for the report folder; True lets the
+    // per-user report forms be relinked. Set by the program's entry; left empty
+    // it counts as False.
+    std::function<bool(Context&)> DBツール登録;
 
     // The name of this program, as the history, the link and the menu know it.
     const QString プログラムID = QStringLiteral("担当者登録");

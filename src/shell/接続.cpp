@@ -263,22 +263,53 @@ void 利用者環境copy(Context& ctx) {
             copy(f.共通confフォルダ + sep() + name, f.confフォルダ + sep() + name);
     }
 
-    // Report databases are copied once; on this platform the desktop database
-    // tool is not registered, so their links are not refreshed.
-    const auto copyReports = [&](const QString& repdb, const QStringList& files) {
+    // The linked tables of a per-user report form file are pointed at the user's
+    // own report database.
+    const auto relink = [&](const QString& file, const QString& engine, const QString& repdb) {
+        db::TableLinks& links = *ctx.tableLinks;
+        if (!links.open(f.reportフォルダ + sep() + file, engine)) {
+            report(links.lastError());
+            return;
+        }
+        const qint32 linkedTable = 1073741824;
+        const QString connect = QStringLiteral(";DATABASE=") + f.reportフォルダ + sep() + repdb;
+        for (const db::TableDef& table : links.tableDefs()) {
+            if (table.attributes != linkedTable)
+                continue;
+            if (!links.setConnect(table.name, connect))
+                report(links.lastError());
+            if (!links.refreshLink(table.name))
+                report(links.lastError());
+        }
+        links.close();
+    };
+
+    // Report databases are copied once. Their links are refreshed only where
+    // the desktop database tool could be registered for the user's report folder.
+    const auto copyReports = [&](const QString& repdb, const QStringList& files, const auto& relinkAll) {
         フォルダ作成make(ctx, f.reportフォルダ + sep());
         if (os::fileExists(f.reportフォルダ + sep() + repdb))
             return;
         ctx.wait.show();
         for (const QString& file : files)
             copy(f.共通reportフォルダ + sep() + file, f.reportフォルダ + sep() + file);
+        if (ctx.DBツール登録 && ctx.DBツール登録(ctx))
+            relinkAll();
         ctx.wait.close();
     };
+    const QString newEngine = QStringLiteral("DAO.DBEngine.120");
     if (f.repdb種別 == 1) {
-        copyReports(QStringLiteral("repdb.accdb"), {QStringLiteral("repdb.accdb"), QStringLiteral("repfrmdb.accdb")});
+        copyReports(QStringLiteral("repdb.accdb"), {QStringLiteral("repdb.accdb"), QStringLiteral("repfrmdb.accdb")},
+                    [&] { relink(QStringLiteral("repfrmdb.accdb"), newEngine, QStringLiteral("repdb.accdb")); });
     } else if (f.repdb種別 == 2) {
         copyReports(QStringLiteral("repdb.mdb"),
-                    {QStringLiteral("repdb.mdb"), QStringLiteral("repfrmdb.mdb"), QStringLiteral("repfrmdb.accdb")});
+                    {QStringLiteral("repdb.mdb"), QStringLiteral("repfrmdb.mdb"), QStringLiteral("repfrmdb.accdb")},
+                    [&] {
+                        // The older form file opens with the default engine.
+                        relink(QStringLiteral("repfrmdb.mdb"), QString(), QStringLiteral("repdb.mdb"));
+                        if (os::fileExists(f.reportフォルダ + sep() + QStringLiteral("repfrmdb.accdb")))
+                            relink(QStringLiteral("repfrmdb.accdb"), newEngine, QStringLiteral("repdb.mdb"));
+                    });
         ctx.folders.repdb種別 = 2;
     }
 }

@@ -1,5 +1,6 @@
 #include "support/installation.h"
 
+#include "client/modクライアント処理.h"
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
 #include "tools/setup.h"
@@ -82,6 +83,9 @@ Context& TestInstallation::newContext() {
     ctx_ = std::make_unique<Context>(sys, messages, waitBox);
     ctx_->desktop = &desktop;
     ctx_->dialogs = &dialogs;
+    ctx_->registry = &registry;
+    ctx_->tableLinks = &tableLinks;
+    ctx_->DBツール登録 = ::DBツール登録;
     return *ctx_;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "support/fake_system.h"
+#include "support/memory_registry.h"
 #include "support/recording_messages.h"
+#include "support/recording_table_links.h"
 #include "support/test_databases.h"
 
 #include "shell/context.h"
@@ -36,6 +38,9 @@ public:
     CountingWaitBox waitBox;
     RecordingDesktop desktop;
     RecordingDialogs dialogs;
+    // An empty registry answers as this platform's does: the tool is not found.
+    MemoryRegistry registry;
+    RecordingTableLinks tableLinks;
 
     // Runs a statement on the shared configuration file or on the main database,
     // outside the program's own connections.
