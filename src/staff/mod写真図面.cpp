@@ -17,12 +17,13 @@ QString folderOf(const Context& ctx, const QString& kind) {
     return ctx.company.写真フォルダ + QLatin1Char('/') + kind;
 }
 
-// A picture that cannot be loaded leaves the box as it was.
-void load(QLabel* box, const QString& path) {
+// A picture that cannot be loaded leaves the box as it was; False then.
+bool load(QLabel* box, const QString& path) {
     QPixmap picture;
     if (!picture.load(path))
-        return;
+        return false;
     box->setPixmap(picture.scaled(box->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    return true;
 }
 
 // The staff photos' own folder under 写真フォルダ.
@@ -103,7 +104,7 @@ QString 写真次get(Context& ctx, const QString& 種別, const QString& コー�
 }
 
 QString 写真取込copy(Context& ctx, const QString& 種別, const QString& コード, const QString& 取込path) {
-    if (取込path.isEmpty() || !os::fileExists(取込path))
+    if (取込path.isEmpty() || !ファイル存在chk(取込path))
         return QString();
     const QString code = コード.trimmed();
     const QString source = 取込path.mid(取込path.lastIndexOf(QLatin1Char('/')) + 1);
@@ -130,13 +131,13 @@ QString 写真取込copy(Context& ctx, const QString& 種別, const QString& コ
         return QString();
     // A copy that fails still answers the name: the frame then stays as it was.
     フォルダ作成make(ctx, folder + QLatin1Char('/') + name);
-    os::copyFile(取込path, folder + QLatin1Char('/') + name);
+    ファイル複写copy(取込path, folder + QLatin1Char('/') + name);
     return name;
 }
 
 bool 写真delete(Context& ctx, const QString& 種別, const QString& ファイル名) {
     const QString path = folderOf(ctx, 種別) + QLatin1Char('/') + ファイル名;
-    if (ファイル名.isEmpty() || !os::fileExists(path))
+    if (ファイル名.isEmpty() || !ファイル存在chk(path))
         return false;
     return os::removeFile(path);
 }
@@ -153,17 +154,19 @@ bool 写真全delete(Context& ctx, const QString& 種別, const QString& コー�
     return !names.isEmpty();
 }
 
+// A picture that exists but cannot be loaded ends the display there: what
+// follows it keeps what it showed.
 void 写真display(Context& ctx, frm担当者登録& f) {
     const 担当者情報型& r = ctx.担当者情報;
     if (r.表示写真file.isEmpty()) {
         f.img_写真->clear();
     } else {
         const QString path = folderOf(ctx, QStringLiteral("担当者")) + QLatin1Char('/') + r.表示写真file;
-        if (os::fileExists(path))
-            load(f.img_写真, path);
+        if (ファイル存在chk(path) && !load(f.img_写真, path))
+            return;
     }
     if (!r.取込担当者印path.isEmpty()) {
-        if (os::fileExists(r.取込担当者印path))
+        if (ファイル存在chk(r.取込担当者印path))
             load(f.img_担当者印, r.取込担当者印path);
         return;
     }
@@ -172,7 +175,7 @@ void 写真display(Context& ctx, frm担当者登録& f) {
         return;
     }
     const QString seal = folderOf(ctx, QStringLiteral("担当者印")) + QLatin1Char('/') + r.担当者印file;
-    if (os::fileExists(seal))
+    if (ファイル存在chk(seal))
         load(f.img_担当者印, seal);
 }
 
@@ -204,7 +207,7 @@ void 担当者印button設定(Context& ctx, frm担当者登録& f) {
 }
 
 void 写真拡大show(Context& ctx, const QString& パス, const QString& 表題, QWidget* parent) {
-    if (パス.isEmpty() || !os::fileExists(パス))
+    if (パス.isEmpty() || !ファイル存在chk(パス))
         return;
     QPixmap picture;
     if (!picture.load(パス))

@@ -145,17 +145,19 @@ TEST_P(Photos, ImportsTakeTheCodeThenNumbersFromTheLastFileListed) {
     EXPECT_EQ(bytes(staffPhoto(QStringLiteral("00012_001.gif"))), bytes(q));
     EXPECT_TRUE(near(shown(form->img_写真), Qt::green));
 
-    // The third takes its number from whichever of the two the folder lists last.
-    const QString last = photosOf(QStringLiteral("00012")).last();
-    const QString third =
-        last == QStringLiteral("00012_001.gif") ? QStringLiteral("00012_002.bmp") : QStringLiteral("00012_001.bmp");
+    // The third takes its number from the last of the two by name: nothing is overwritten.
+    click(form->btn_最初の写真);
+    EXPECT_TRUE(near(shown(form->img_写真), Qt::red));
     click(form->btn_次の写真);
+    EXPECT_TRUE(near(shown(form->img_写真), Qt::green));
     click(form->btn_次の写真);
     ASSERT_FALSE(shown(form->img_写真).isValid());
     tree->dialogs.files = {picture(QStringLiteral("source/r.bmp"), Qt::blue, QSize(40, 30), "BMP")};
     click(form->btn_新写真取込);
-    EXPECT_TRUE(os::fileExists(staffPhoto(third))) << third.toStdString();
-    EXPECT_EQ(photosOf(QStringLiteral("00012")).size(), 3);
+    EXPECT_EQ(photosOf(QStringLiteral("00012")),
+              (QStringList{QStringLiteral("00012.jpeg"), QStringLiteral("00012_001.gif"),
+                           QStringLiteral("00012_002.bmp")}));
+    EXPECT_EQ(bytes(staffPhoto(QStringLiteral("00012_001.gif"))), bytes(q));
 }
 
 TEST_P(Photos, TheNextNumberFollowsTheDigitsOfTheLastFile) {
@@ -188,8 +190,9 @@ TEST_P(Photos, DeletingTheLastOfTwoLeavesTheEmptyFrame) {
     start();
     readExisting();
     form->tab_詳細->setCurrentIndex(2);
-    if (!near(shown(form->img_写真), Qt::green))
-        click(form->btn_次の写真);
+    // The first photo is the base file, the second its follower.
+    ASSERT_TRUE(near(shown(form->img_写真), Qt::red));
+    click(form->btn_次の写真);
     ASSERT_TRUE(near(shown(form->img_写真), Qt::green));
     click(form->btn_写真削除);
     EXPECT_EQ(photosOf(QStringLiteral("00001")), QStringList{QStringLiteral("00001.jpg")});
@@ -201,6 +204,80 @@ TEST_P(Photos, DeletingTheLastOfTwoLeavesTheEmptyFrame) {
     // The first step goes back to the one that is left.
     click(form->btn_最初の写真);
     EXPECT_TRUE(near(shown(form->img_写真), Qt::red));
+}
+
+TEST_P(Photos, TheFirstPhotoIsTheBaseFileWhateverOrderTheFilesWereMadeIn) {
+    // Followers made before the base file, several of them.
+    for (int i = 9; i >= 1; --i)
+        picture(QStringLiteral("photo/担当者/00001_%1.png").arg(i, 3, 10, QLatin1Char('0')), Qt::green);
+    picture(QStringLiteral("photo/担当者/00001.png"), Qt::red);
+    start();
+    readExisting();
+    form->tab_詳細->setCurrentIndex(2);
+    EXPECT_EQ(ctx().担当者情報.写真file, QStringLiteral("00001.png"));
+    EXPECT_TRUE(near(shown(form->img_写真), Qt::red));
+    click(form->btn_次の写真);
+    EXPECT_EQ(ctx().担当者情報.写真file, QStringLiteral("00001_001.png"));
+    // Past the last, the import numbers on from the highest.
+    for (int i = 0; i < 9; ++i)
+        click(form->btn_次の写真);
+    ASSERT_EQ(ctx().担当者情報.写真file, QString());
+    tree->dialogs.files = {picture(QStringLiteral("source/new.png"), Qt::blue)};
+    click(form->btn_新写真取込);
+    EXPECT_EQ(ctx().担当者情報.写真file, QStringLiteral("00001_010.png"));
+}
+
+TEST_P(Photos, APhotoThatCannotBeLoadedEndsTheDisplayBeforeTheSeal) {
+    ASSERT_TRUE(tree->mainExecute(QStringLiteral("UPDATE M担当者 SET 担当者印file = '00001.png' WHERE コード = '00001'")));
+    picture(QStringLiteral("photo/担当者印/00001.png"), Qt::blue);
+    // A photo file that is no picture.
+    QFile broken(tree->path(QStringLiteral("photo/担当者/00001.jpg")));
+    ASSERT_TRUE(QDir().mkpath(tree->path(QStringLiteral("photo/担当者"))));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write("not a picture at all");
+    broken.close();
+    start();
+    readExisting();
+    EXPECT_EQ(ctx().担当者情報.表示写真file, QStringLiteral("00001.jpg"));
+    EXPECT_FALSE(shown(form->img_写真).isValid());
+    EXPECT_FALSE(shown(form->img_担当者印).isValid());
+
+    // With a photo that loads, the seal comes after it.
+    picture(QStringLiteral("photo/担当者/00001.jpg"), Qt::red, QSize(40, 30), "JPEG");
+    form->tab_詳細->setCurrentIndex(2);
+    click(form->btn_最初の写真);
+    EXPECT_TRUE(near(shown(form->img_写真), Qt::red));
+    EXPECT_TRUE(near(shown(form->img_担当者印), Qt::blue));
+}
+
+TEST_P(Photos, ANewCodeForgetsTheSealOfTheRecordItWasTypedOver) {
+    ASSERT_TRUE(tree->mainExecute(QStringLiteral("UPDATE M担当者 SET 担当者印file = '00001.png' WHERE コード = '00001'")));
+    const QString sealOf1 = picture(QStringLiteral("photo/担当者印/00001.png"), Qt::blue);
+    start();
+    readExisting();
+    ASSERT_EQ(ctx().担当者情報.担当者印file, QStringLiteral("00001.png"));
+    // A new code typed over the record: its content becomes a new record's, its seal does not.
+    type(form->コード, QStringLiteral("2"));
+    tab();
+    ASSERT_EQ(form->お知らせ->text(), QStringLiteral("新規情報です。"));
+    EXPECT_EQ(ctx().担当者情報.担当者印file, QString());
+    EXPECT_FALSE(shown(form->img_担当者印).isValid());
+    tree->messages.answers = {ui::Answer::Yes};
+    click(form->btn_登録);
+    ASSERT_EQ(tree->messages.texts(), QStringList{QStringLiteral("登録しますか")});
+    EXPECT_EQ(rows(QStringLiteral("SELECT 担当者印file FROM M担当者 WHERE コード = '00002'"), {QStringLiteral("担当者印file")}),
+              QStringList{QString()});
+
+    // Deleting the new record leaves the seal of 00001 where it is.
+    tree->messages.shown.clear();
+    type(form->コード, QStringLiteral("2"));
+    tab();
+    ASSERT_FALSE(ctx().screen.新規フラグ);
+    tree->messages.answers = {ui::Answer::Yes};
+    click(form->btn_削除);
+    ASSERT_EQ(tree->messages.texts(), QStringList{QStringLiteral("削除しますか?")});
+    EXPECT_EQ(count(QStringLiteral("M担当者 WHERE コード = '00002'")), 0);
+    EXPECT_TRUE(os::fileExists(sealOf1));
 }
 
 TEST_P(Photos, DeletingAllRemovesTheCodesPhotosOnlyAndAsksNothing) {

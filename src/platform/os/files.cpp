@@ -15,6 +15,10 @@ bool fileExists(const QString& path) {
     return !path.isEmpty() && QFileInfo(path).isFile();
 }
 
+bool entryExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo::exists(path);
+}
+
 bool folderExists(const QString& path) {
     return !path.isEmpty() && QFileInfo(path).isDir();
 }
@@ -71,8 +75,10 @@ bool removeFile(const QString& path) {
 }
 
 QStringList listFolder(const QString& folder, const QString& pattern) {
+    // By name, character codes compared, whatever order the file system keeps:
+    // photo numbers are taken from the last name listed.
     return QDir(folder).entryList({pattern}, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System,
-                                  QDir::Unsorted);
+                                  QDir::Name);
 }
 
 qint64 fileSize(const QString& path) {

@@ -8,6 +8,8 @@
 namespace os {
 
 bool fileExists(const QString& path);
+// Whether anything, a file or a folder, stands at the path.
+bool entryExists(const QString& path);
 bool folderExists(const QString& path);
 // Copies one file; an existing target is overwritten.
 bool copyFile(const QString& source, const QString& target);
@@ -20,7 +22,7 @@ bool removeFolder(const QString& path);
 bool makeFolder(const QString& path, int* errorNumber = nullptr, QString* errorText = nullptr);
 bool removeFile(const QString& path);
 // Names (without folder) of the entries of a folder that match a wildcard
-// pattern, in the file system's own order.
+// pattern, in the order of their names.
 QStringList listFolder(const QString& folder, const QString& pattern);
 // The length in bytes of a file, -1 when there is none.
 qint64 fileSize(const QString& path);
