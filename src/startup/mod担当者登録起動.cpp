@@ -17,12 +17,16 @@ void 起動中止(Context& ctx, const QString& text) {
 
 } // namespace
 
-QString 起動ロックファイル(const Context& ctx) {
-    return ctx.sys.programFolder() + パス区切り() + ctx.プログラムID + QStringLiteral(".lock");
+QString 起動登録フォルダ(const Context& ctx) {
+    return ctx.sys.programFolder() + パス区切り() + QLatin1Char('.') + ctx.プログラムID + QStringLiteral(".instances");
 }
 
 void 担当者登録main(Context& ctx, 主画面& form, const std::function<bool(Context&)>& 起動許可,
                     os::SingleInstance& 前回起動) {
+    // Running from the first moment: a start that has not reached the
+    // previous-instance rule yet is an instance all the same.
+    前回起動.announce(起動登録フォルダ(ctx));
+
     if (!データ処理init(ctx))
         return 起動中止(ctx, QStringLiteral("データベースが使用できません。"));
 
@@ -46,11 +50,10 @@ void 担当者登録main(Context& ctx, 主画面& form, const std::function<bool
 
     起動コマンドparse(ctx);
 
-    // Every instance marks itself running where it can. A start for one staff
-    // record is never stopped; any other start gives way to a running instance
-    // of this program, without a word.
-    const bool 先行なし = 前回起動.tryLock(起動ロックファイル(ctx));
-    if (!ctx.screen.単独起動フラグ && !先行なし) {
+    // A start for one staff record is never stopped; any other start gives way,
+    // without a word, to an instance of this program that started before it
+    // and still runs, whatever that one was started for.
+    if (!ctx.screen.単独起動フラグ && 前回起動.earlierRunning()) {
         データ処理term(ctx);
         return ctx.sys.endProcess(0);
     }

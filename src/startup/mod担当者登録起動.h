@@ -15,10 +15,11 @@
 // its message and ends the process.
 //
 // 起動許可 answers whether the operator may run this program (it may ask for
-// the PIN). 前回起動 is held for the life of the process: it is how a second
-// start without a staff code finds the first one still running.
+// the PIN). 前回起動 is held for the life of the process: it announces this
+// instance at once, and is how a start without a staff code finds an earlier
+// instance still running.
 void 担当者登録main(Context& ctx, 主画面& form, const std::function<bool(Context&)>& 起動許可,
                     os::SingleInstance& 前回起動);
 
-// The lock file of the previous-instance rule, beside the program.
-QString 起動ロックファイル(const Context& ctx);
+// The register of the running instances, beside the program.
+QString 起動登録フォルダ(const Context& ctx);

@@ -8,8 +8,9 @@
 #include "shell/mod起動.h"
 #include "support/installation.h"
 
+#include <QDir>
 #include <QFile>
-#include <QSysInfo>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -270,26 +271,58 @@ TEST_P(Startup, PlainStartGivesWayToARunningStaffRecordStart) {
     EXPECT_TRUE(tree->messages.shown.isEmpty());
 }
 
-TEST_P(Startup, LockOfAnEndedProcessDoesNotStopAStart) {
-    // A lock file left by a process that no longer runs: no process has the
-    // highest number of the system.
-    QFile pidMax(QStringLiteral("/proc/sys/kernel/pid_max"));
-    ASSERT_TRUE(pidMax.open(QIODevice::ReadOnly));
-    const QByteArray deadPid = pidMax.readAll().trimmed();
-    QFile lock(tree->path(QStringLiteral("prgbin/担当者登録.lock")));
-    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
-    lock.write(deadPid + "\n担当者登録\n" + QSysInfo::machineHostName().toUtf8() + "\n");
-    lock.close();
+TEST_P(Startup, PlainStartGivesWayToARecordStartThatOutlivedTheFirstPlainOne) {
+    auto plain = std::make_unique<os::SingleInstance>();
+    EXPECT_FALSE(run(QString(), *plain));
+    os::SingleInstance record;
+    EXPECT_FALSE(run(QStringLiteral("00100012"), record));
+    plain.reset(); // the first plain instance ends
+    os::SingleInstance next;
+    form.calls.clear();
+    EXPECT_TRUE(run(QString(), next));
+    EXPECT_TRUE(form.calls.isEmpty());
+}
+
+TEST_P(Startup, AnInstanceStillStartingIsSeen) {
+    // An instance that has announced itself and not yet reached the rule, as
+    // one waiting for its PIN.
+    os::SingleInstance starting;
+    ASSERT_TRUE(starting.announce(起動登録フォルダ(tree->newContext())));
+    os::SingleInstance later;
+    EXPECT_TRUE(run(QString(), later));
+    EXPECT_TRUE(form.calls.isEmpty());
+}
+
+TEST_P(Startup, ALaterStartDoesNotStopAnEarlierOne) {
+    // Two plain starts at once: the one that announced itself first goes on.
+    os::SingleInstance first;
+    ASSERT_TRUE(first.announce(起動登録フォルダ(tree->newContext())));
+    os::SingleInstance second;
+    ASSERT_TRUE(second.announce(起動登録フォルダ(tree->newContext())));
+    EXPECT_FALSE(first.earlierRunning());
+    EXPECT_TRUE(second.earlierRunning());
+}
+
+TEST_P(Startup, TheFileOfAnEndedInstanceDoesNotStopAStartAndIsCleared) {
+    const QString folder = tree->path(QStringLiteral("prgbin/.担当者登録.instances"));
+    EXPECT_EQ(起動登録フォルダ(tree->newContext()), folder);
+    // Left by an instance killed before it could clear it: nobody holds its lock.
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QFile left(folder + QStringLiteral("/0000000000000001"));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.close();
+    QFile number(folder + QStringLiteral("/number"));
+    ASSERT_TRUE(number.open(QIODevice::WriteOnly));
+    number.write("1\n");
+    number.close();
 
     EXPECT_FALSE(run(QString()));
     EXPECT_EQ(form.calls, kShown);
-    EXPECT_EQ(起動ロックファイル(ctx()), tree->path(QStringLiteral("prgbin/担当者登録.lock")));
-    // The lock is now this run's.
-    os::SingleInstance second;
-    EXPECT_TRUE(run(QString(), second));
+    EXPECT_FALSE(QFile::exists(folder + QStringLiteral("/0000000000000001")));
+    EXPECT_TRUE(QFile::exists(folder + QStringLiteral("/0000000000000002")));
 }
 
-TEST_P(Startup, LockIsFreeAgainWhenItsHolderIsGone) {
+TEST_P(Startup, AnInstanceThatEndedFreesTheWay) {
     {
         os::SingleInstance gone;
         EXPECT_FALSE(run(QString(), gone));
@@ -298,6 +331,18 @@ TEST_P(Startup, LockIsFreeAgainWhenItsHolderIsGone) {
     form.calls.clear();
     EXPECT_FALSE(run(QString(), next));
     EXPECT_EQ(form.calls, kShown);
+}
+
+TEST_P(Startup, ARegisterThatCannotBeMadeBesideTheProgramKeepsTheRule) {
+    // A plain file where the register's folder would be: the temporary files serve.
+    const QString blocked = tree->path(QStringLiteral("prgbin/.担当者登録.instances"));
+    QFile file(blocked);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    EXPECT_FALSE(run(QString()));
+    os::SingleInstance second;
+    EXPECT_TRUE(run(QString(), second));
+    EXPECT_TRUE(QFileInfo(blocked).isFile());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, Startup, ::testing::Values(Engine::Sqlite, Engine::Postgres),

@@ -3,9 +3,6 @@
 #include <QDateTime>
 #include <QString>
 
-#include <memory>
-
-class QLockFile;
 
 namespace os {
 
@@ -24,6 +21,9 @@ public:
     // The command line as one text (the arguments of the call joined by blanks).
     virtual QString commandLine() const;
     virtual QDateTime now() const;
+    // Makes one folder (its parent must exist); on failure the system's error
+    // number and text are given back.
+    virtual bool makeFolder(const QString& path, int* errorNumber, QString* errorText);
     // Ends the process at once with the code.
     [[noreturn]] virtual void endProcess(int code);
 
@@ -35,8 +35,11 @@ private:
 // set, else the home folder.
 QString homeFolder();
 
-// One running instance of a program, by a lock file that the object holds for
-// its life. A lock left behind by a process that has ended is taken over.
+// The running instances of one program, told apart by the order of their
+// starts. Each announces itself as early as it can and stays announced until
+// its process ends: the system drops its lock then, also when it is killed.
+// The register is a folder of lock files, one per instance, named by the
+// number of its start; that number is drawn under a lock of its own.
 class SingleInstance {
 public:
     SingleInstance();
@@ -44,13 +47,20 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    // Takes the lock file without waiting. False only when it is held by a
-    // running process (or by another holder in this one); a file that cannot be made at all (a folder without
-    // the right to write) does not count as another instance.
-    bool tryLock(const QString& lockFile);
+    // Announces this instance in the register folder, which is made when it is
+    // missing. When that folder cannot be written, a folder of the user's
+    // temporary files named after it serves. False when neither can be used.
+    bool announce(const QString& folder);
+    // Whether an instance that started before this one still runs. Files of
+    // instances that have ended are cleared on the way. False when this
+    // instance could not announce itself: then nothing can be told.
+    bool earlierRunning();
 
 private:
-    std::unique_ptr<QLockFile> lock_;
+    bool announceIn(const QString& folder);
+    QString folder_;
+    quint64 number_ = 0;
+    int fd_ = -1;
 };
 
 } // namespace os
