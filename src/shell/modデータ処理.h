@@ -55,7 +55,16 @@ void 連携応答send(Context& ctx, const QString& 終了文);
 // Shut-down: the answer owed to a link request, the end row, the connections.
 void データ処理term(Context& ctx);
 
-// Folders.
+// Files and folders. The copies overwrite what stands at the target; the
+// copies and the delete answer False on any failure and say nothing.
+bool ファイル存在chk(const QString& パス);
+bool フォルダ存在chk(const QString& パス);
+bool ファイル複写copy(const QString& 元パス, const QString& 先パス);
+bool フォルダ複写copy(const QString& 元パス, const QString& 先パス);
+// Deletes a folder with everything in it, read-only contents included.
+bool フォルダ削除del(const QString& パス);
+// Makes every missing folder on the path of a file; the text behind the last
+// separator is the file's name and is not made.
 void フォルダ作成make(Context& ctx, const QString& パス);
 // Hands a path (or a "mailto:" link) to the desktop, with its folder as the working folder.
 void ファイル実行open(Context& ctx, const QString& パス);

@@ -9,6 +9,26 @@
 #include <QPointer>
 #include <QWidget>
 
+bool ファイル存在chk(const QString& パス) {
+    return os::fileExists(パス);
+}
+
+bool フォルダ存在chk(const QString& パス) {
+    return os::folderExists(パス);
+}
+
+bool ファイル複写copy(const QString& 元パス, const QString& 先パス) {
+    return os::copyFile(元パス, 先パス);
+}
+
+bool フォルダ複写copy(const QString& 元パス, const QString& 先パス) {
+    return os::copyFolder(元パス, 先パス);
+}
+
+bool フォルダ削除del(const QString& パス) {
+    return os::removeFolder(パス);
+}
+
 void フォルダ作成make(Context& ctx, const QString& パス) {
     const QString path = パス.trimmed();
     if (path.isEmpty())
@@ -30,14 +50,16 @@ void フォルダ作成make(Context& ctx, const QString& パス) {
     // The text behind the last separator is a file's name and is not made.
     for (qsizetype at = path.indexOf(sep, start); at >= 0; at = path.indexOf(sep, at + 1)) {
         const QString folder = path.left(at);
-        if (os::folderExists(folder))
+        // The listing finds a file as well as a folder: either way nothing is made here.
+        if (os::entryExists(folder))
             continue;
         int number = 0;
         QString text;
-        if (!os::makeFolder(folder, &number, &text)) {
+        if (!ctx.sys.makeFolder(folder, &number, &text)) {
+            // The last line is what the listing found: nothing.
             ctx.msg.show(QStringLiteral("DIREXISTCHK ERROR") + QString::number(number) + QLatin1Char(' ') + text +
                          QChar(13) + QStringLiteral("direxeistchk") + QChar(13) + path + QChar(13) + folder +
-                         QChar(13) + (os::fileExists(folder) ? QStringLiteral("file") : QString()));
+                         QChar(13));
         }
     }
 }
@@ -97,9 +119,9 @@ QString ファイル名get(const QString& パス) {
     const QString path = パス.trimmed();
     if (path.isEmpty())
         return QString();
-    if (os::folderExists(path))
+    if (フォルダ存在chk(path))
         return パス末尾(path);
-    if (!os::fileExists(path))
+    if (!ファイル存在chk(path))
         return QString();
     const QString name = パス末尾(path);
     const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
@@ -108,15 +130,15 @@ QString ファイル名get(const QString& パス) {
 
 void 付属書類copy(Context& ctx, const QString& 元パス, const QString& キー, const QString& フォルダ名) {
     const MainScreenPause pause(ctx);
-    if (!os::folderExists(元パス)) {
+    if (!フォルダ存在chk(元パス)) {
         // A copy that fails leaves the store as it was; the list shows the
         // attachment as missing.
-        if (os::fileExists(元パス))
-            os::copyFile(元パス, storedPath(ctx, キー, パス末尾(元パス)));
+        if (ファイル存在chk(元パス))
+            ファイル複写copy(元パス, storedPath(ctx, キー, パス末尾(元パス)));
         return;
     }
     ctx.wait.show();
-    os::copyFolder(元パス, storedPath(ctx, キー, フォルダ名));
+    フォルダ複写copy(元パス, storedPath(ctx, キー, フォルダ名));
     ctx.wait.close();
 }
 
@@ -125,9 +147,9 @@ void 付属書類del(Context& ctx, const QString& 名前, const QString& キー)
     QLabel* notice = pause.notice();
     showNotice(notice, QStringLiteral("＊＊削除中です。しばらくお待ちください＊＊"));
     const QString stored = storedPath(ctx, キー, 名前);
-    if (os::folderExists(stored)) {
+    if (フォルダ存在chk(stored)) {
         ctx.wait.show();
-        os::removeFolder(stored);
+        フォルダ削除del(stored);
         ctx.wait.close();
     } else {
         // Every file whose name begins with the stored one goes, so an attachment
@@ -137,7 +159,7 @@ void 付属書類del(Context& ctx, const QString& 名前, const QString& キー)
         const QString prefix = パス末尾(stored);
         for (const QString& name : os::listFolder(folder, QStringLiteral("*"))) {
             const QString path = folder + パス区切り() + name;
-            if (name.startsWith(prefix) && os::fileExists(path))
+            if (name.startsWith(prefix) && ファイル存在chk(path))
                 os::removeFile(path);
         }
     }

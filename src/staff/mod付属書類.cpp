@@ -93,11 +93,11 @@ void 付属書類listint(Context& ctx, frm担当者登録& f) {
             QString size;
             QString date;
             bool found = false;
-            if (os::folderExists(stored)) {
+            if (フォルダ存在chk(stored)) {
                 found = true;
                 size = QStringLiteral("フォルダ");
                 date = dateOf(stored);
-            } else if (os::fileExists(stored)) {
+            } else if (ファイル存在chk(stored)) {
                 found = true;
                 size = kilobytes(os::fileSize(stored));
                 date = dateOf(stored);

@@ -292,17 +292,17 @@ void 担当者印save(Context& ctx) {
         return;
     const QString source = r.取込担当者印path;
     const QString name = source.mid(source.lastIndexOf(QLatin1Char('/')) + 1);
-    if (!os::fileExists(source) || !name.contains(QLatin1Char('.')))
+    if (!ファイル存在chk(source) || !name.contains(QLatin1Char('.')))
         return;
     if (!r.担当者印file.isEmpty())
         担当者印delete(ctx);
     r.担当者印file = r.コード.trimmed() + extensionOf(name, 5);
     フォルダ作成make(ctx, sealFolder(ctx) + QLatin1Char('/') + r.担当者印file);
-    os::copyFile(source, sealFolder(ctx) + QLatin1Char('/') + r.担当者印file);
+    ファイル複写copy(source, sealFolder(ctx) + QLatin1Char('/') + r.担当者印file);
 }
 
 void 担当者印delete(Context& ctx) {
     const QString file = ctx.担当者情報.担当者印file;
-    if (!file.isEmpty() && os::fileExists(sealFolder(ctx) + QLatin1Char('/') + file))
+    if (!file.isEmpty() && ファイル存在chk(sealFolder(ctx) + QLatin1Char('/') + file))
         os::removeFile(sealFolder(ctx) + QLatin1Char('/') + file);
 }

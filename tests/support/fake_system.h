@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 #include <stdexcept>
 
@@ -22,6 +23,7 @@ public:
     QString line;
     QDateTime clock = QDateTime(QDate(2026, 11, 21), QTime(9, 30, 0));
     bool advance = false; // when true each reading of the clock moves it on by one second
+    QStringList madeFolders; // every folder the program asked to make, in order
 
     QString userName() const override { return user; }
     QString computerName() const override { return computer; }
@@ -32,6 +34,10 @@ public:
         if (advance)
             const_cast<FakeSystem*>(this)->clock = clock.addSecs(1);
         return t;
+    }
+    bool makeFolder(const QString& path, int* errorNumber, QString* errorText) override {
+        madeFolders.append(path);
+        return os::System::makeFolder(path, errorNumber, errorText);
     }
     [[noreturn]] void endProcess(int code) override { throw ProcessEnded(code); }
 };
