@@ -433,6 +433,7 @@ void frm担当者登録::buildTabOrder() {
     int index = 0;
     for (QWidget* w : order)
         tabTable->add(w, index++);
+    tabTable->setEnterMovesOn(true);
     // The pick buttons beside the fields and the mail button are reached by the mouse.
     for (QPushButton* b : {btn_担当者コード, btn_社員コード, btn_事業所コード, btn_部門コード, btn_セクションコード,
                            btn_役職コード, btn_EMAIL})

@@ -11,6 +11,8 @@
 #include "toolkit/mod基本項目.h"
 #include "toolkit/mod項目編集.h"
 
+#include <QTabBar>
+
 namespace {
 
 bool painting(const Context& ctx) {
@@ -82,9 +84,12 @@ void 日付rule(Context& ctx, const DateParts& d) {
     if (!filled(*d.年) || !filled(*d.月) || !filled(*d.日))
         return;
     *d.表示 = *d.年 + *d.月 + *d.日;
+    // The answer is not looked at: a Western date, eight characters or more or
+    // under era 0, passes through unchanged; what cannot be converted leaves the
+    // stored date as it was.
     QString western = *d.日付;
-    if (西暦日付conv(opener(ctx), *d.年号区分, *d.表示, western) || *d.年号区分 == 0)
-        *d.日付 = western;
+    西暦日付conv(opener(ctx), *d.年号区分, *d.表示, western);
+    *d.日付 = western;
 }
 
 QString 二桁(const QString& text) {
@@ -524,7 +529,13 @@ void 担当者登録wire(Context& ctx, frm担当者登録& f) {
         else if (form->tab_詳細->currentIndex() == 1)
             項目focus(*c, form->郵便番号);
     };
-    got(f.tab_詳細, pageFocus);
+    // The tab control hands its focus to its bar of tabs: that is where it arrives.
+    fe.onGotFocus(f.tab_詳細->tabBar(), [c, form, pageFocus] {
+        if (painting(*c))
+            return;
+        c->screen.現在項目 = form->tab_詳細;
+        pageFocus();
+    });
     // A change of page that another move of the focus has already overtaken is passed over.
     QObject::connect(f.tab_詳細, &QTabWidget::currentChanged, &f, [c, form, pageFocus](int index) {
         if (!painting(*c) && form->tab_詳細->currentIndex() == index)

@@ -195,6 +195,27 @@ TEST_P(FieldRules, AWholeDateTypedInItsEraIsStoredInWesternYears) {
               QStringList{QStringLiteral("19810315")});
 }
 
+TEST_P(FieldRules, AFourDigitYearTypedUnderAnEraIsAWesternYearAndIsSaved) {
+    start();
+    readExisting();
+    ASSERT_EQ(form->生年月日年号区分->text(), QStringLiteral("3"));
+    ASSERT_EQ(form->生年月日年->text(), QStringLiteral("55"));
+    type(form->生年月日年, QStringLiteral("1985"));
+    tab();
+    // The screen keeps what was typed under the era; the stored date follows it.
+    EXPECT_EQ(form->生年月日年->text(), QStringLiteral("1985"));
+    EXPECT_EQ(ctx().担当者情報.生年月日, QStringLiteral("19850115"));
+    tree->messages.answers = {ui::Answer::Yes};
+    QTest::mouseClick(form->btn_登録, Qt::LeftButton);
+    ASSERT_EQ(tree->messages.texts(), QStringList{QStringLiteral("修正しますか")});
+    EXPECT_EQ(rows(QStringLiteral("SELECT 生年月日 FROM M担当者 WHERE コード = '00001'"), {QStringLiteral("生年月日")}),
+              QStringList{QStringLiteral("19850115")});
+    // Read again, the date comes up in its own era.
+    readExisting();
+    EXPECT_EQ(form->生年月日年号区分->text(), QStringLiteral("3"));
+    EXPECT_EQ(form->生年月日年->text(), QStringLiteral("60"));
+}
+
 TEST_P(FieldRules, APostcodeWithLongLinesFillsBothAddressLines) {
     ASSERT_TRUE(tree->mainExecute(QStringLiteral(
         "UPDATE M郵便番号 SET 住所A = '東京都千代田区千代', 住所B = '田一丁目二番三号' WHERE 郵便番号 = '100-0001'")));

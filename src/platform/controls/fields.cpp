@@ -1,6 +1,7 @@
 #include "platform/controls/fields.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QRegularExpression>
@@ -54,6 +55,21 @@ Field::Field(QWidget* parent) : QLineEdit(parent) {
     // Japanese is typed through the input method; every field takes it but the
     // PIN, whose masked echo turns it off.
     setAttribute(Qt::WA_InputMethodEnabled, true);
+}
+
+// A field the program moves the focus to takes typing as one reached by Tab:
+// its text selected, or the caret on the first blank of its mask. A field that
+// passed the focus on while it was arriving (a rule of its own moved it) keeps
+// nothing selected.
+void Field::focusInEvent(QFocusEvent* event) {
+    if (event->reason() == Qt::OtherFocusReason) {
+        QFocusEvent asTab(QEvent::FocusIn, Qt::TabFocusReason);
+        QLineEdit::focusInEvent(&asTab);
+    } else {
+        QLineEdit::focusInEvent(event);
+    }
+    if (!hasFocus())
+        deselect();
 }
 
 TextField::TextField(QWidget* parent) : Field(parent) {}

@@ -24,6 +24,9 @@ public:
     bool tabStop() const { return tabStop_; }
     void setTabStop(bool on) { tabStop_ = on; }
 
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+
 private:
     int byteLimit_ = 0;
     bool tabStop_ = true;

@@ -95,7 +95,11 @@ bool TabTable::eventFilter(QObject* watched, QEvent* event) {
         return false;
     const bool backtab =
         key->key() == Qt::Key_Backtab || (key->key() == Qt::Key_Tab && (key->modifiers() & Qt::ShiftModifier));
-    if (!backtab && key->key() != Qt::Key_Tab)
+    // Where the form wants it, Enter in a field moves on as Tab does; buttons
+    // and lists keep their own Enter.
+    const bool enter = enterMovesOn_ && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+                       qobject_cast<Field*>(watched);
+    if (!backtab && key->key() != Qt::Key_Tab && !enter)
         return false;
     QWidget* next = neighbour(QApplication::focusWidget(), backtab);
     if (!next)

@@ -26,6 +26,9 @@ public:
     // Whether a control is a tab stop: a Field's own flag, else its focus policy.
     static bool isTabStop(const QWidget* control);
 
+    // Enter in a field moves on to the next control, as on a data-entry card.
+    void setEnterMovesOn(bool on) { enterMovesOn_ = on; }
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -38,6 +41,7 @@ private:
 
     QWidget* form_;
     QList<Entry> entries_;
+    bool enterMovesOn_ = false;
 };
 
 // Maps focus moving between the controls of one form to GotFocus/LostFocus
