@@ -24,6 +24,28 @@ signals=$(grep -rlE 'SIGNAL\(|SLOT\(' src tools || true)
 latin=$(grep -rnP 'QLatin1(String|Char)\("[^"]*[^\x00-\x7F]' src tools schema bench tests || true)
 [ -z "$latin" ] || report "non-ASCII text in a Latin-1 string" "$latin"
 
+# Lower layers never include higher ones:
+# platform <- toolkit <- shell <- numbers/access/link/client <- startup/search/staff <- app.
+rank() {
+    case "$1" in
+    platform) echo 0 ;; toolkit) echo 1 ;; shell) echo 2 ;;
+    numbers | access | link | client) echo 3 ;;
+    startup | search | staff) echo 4 ;; app) echo 5 ;; *) echo -1 ;;
+    esac
+}
+upward=""
+for file in $(find src -name '*.cpp' -o -name '*.h'); do
+    own=$(rank "$(echo "$file" | cut -d/ -f2)")
+    while IFS= read -r included; do
+        [ -n "$included" ] || continue
+        theirs=$(rank "$included")
+        if [ "$theirs" -gt "$own" ]; then
+            upward+="$file includes $included/"$'\n'
+        fi
+    done < <(sed -n 's|^#include "\([a-z]*\)/.*|\1|p' "$file")
+done
+[ -z "$upward" ] || report "includes of a higher layer" "$upward"
+
 if [ $status -eq 0 ]; then
     echo "layering: 0 findings"
 fi

@@ -192,6 +192,47 @@ TEST(項目focus, AControlOnAHiddenTabPageCountsButTakesNoFocus) {
     EXPECT_EQ(QApplication::focusWidget(), 郵便番号);
 }
 
+TEST(次項目find, AControlInADisabledContainerCountsByItsOwnFlag) {
+    // The pages of the card disabled as a whole: their fields keep their own
+    // Enabled flag, so the walk stops at them and not at the trap behind them.
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* コード = new TextField(&window);
+    auto* tab_詳細 = new QTabWidget(&window);
+    auto* page = new QWidget;
+    tab_詳細->addTab(page, "住所");
+    auto* 住所A = new TextField(page);
+    auto* 住所B = new TextField(page);
+    auto* 頁2終了 = new Trap(&window);
+    layout->addWidget(コード);
+    layout->addWidget(tab_詳細);
+    layout->addWidget(頁2終了);
+    TabTable table(&window);
+    table.add(コード, 0);
+    table.add(住所A, 1);
+    table.add(住所B, 2);
+    table.add(頁2終了, 3);
+    activate(&window);
+    コード->setFocus();
+
+    tab_詳細->setEnabled(false);
+    ASSERT_FALSE(住所A->isEnabled());
+    QWidget* 移動先項目 = 住所A;
+    次項目find(table, 移動先項目);
+    EXPECT_EQ(移動先項目, 住所A);
+    // It cannot take the focus now: the focus stays where it is.
+    項目focus(table, 住所A);
+    EXPECT_EQ(QApplication::focusWidget(), コード);
+
+    // Its own flag off, it is passed over.
+    tab_詳細->setEnabled(true);
+    住所A->setEnabled(false);
+    tab_詳細->setEnabled(false);
+    移動先項目 = 住所A;
+    次項目find(table, 移動先項目);
+    EXPECT_EQ(移動先項目, 住所B);
+}
+
 TEST(項目focus, AHiddenControlIsPassedOver) {
     Header form;
     activate(&form.window);
