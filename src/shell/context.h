@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/db/connection.h"
+#include "platform/db/recordset.h"
 #include "platform/db/table_links.h"
 #include "platform/os/os.h"
 #include "platform/os/registry.h"
@@ -285,6 +286,11 @@ struct Context {
     bool 人事連携フラグ = false;
     担当者情報型 担当者情報;
     画面情報 screen;
+    // The staff row just read, open until it is taken over into the record, and
+    // the row of a lookup of the card (a master, a postcode, an employee), open
+    // until the routine that follows takes it over.
+    ::db::Recordset 担当者行;
+    ::db::Recordset 参照行;
     QWidget* 主画面 = nullptr; // the staff screen, once it exists
 
     // The PIN codec, made at its first use and kept for the run.

@@ -197,18 +197,9 @@ void 項目focus(Context& ctx, QWidget* control) {
 
 // ---- reading a row
 
-namespace {
-
-db::Recordset& staffRow() {
-    static db::Recordset rs;
-    return rs;
-}
-
-} // namespace
-
 bool 担当者get(Context& ctx, const QString& コード) {
     閲覧insert(ctx, ctx.プログラムID, QString(), QString(), QString(), コード);
-    db::Recordset& rs = staffRow();
+    db::Recordset& rs = ctx.担当者行;
     rs.close();
     return 業務SQLopen(
         ctx, rs,
@@ -221,7 +212,7 @@ bool 担当者get(Context& ctx, const QString& コード) {
 }
 
 void 担当者set(Context& ctx) {
-    db::Recordset& rs = staffRow();
+    db::Recordset& rs = ctx.担当者行;
     担当者情報型& r = ctx.担当者情報;
     // A null column keeps what the record held before the read.
     const auto takeDate = [&](const char* column, QString& into, 日付種別 which) {
@@ -291,11 +282,14 @@ void 担当者set(Context& ctx) {
 
 void 担当者新規set(Context& ctx) {
     担当者情報型& r = ctx.担当者情報;
+    // The seal's file name belongs to the record that was on the screen: kept,
+    // the new record would be saved with it and its delete would remove that file.
+    r.担当者印file.clear();
     r.写真file.clear();
     r.表示写真file.clear();
     r.取込写真path.clear();
     r.取込担当者印path.clear();
-    staffRow().close();
+    ctx.担当者行.close();
     ctx.screen.新規フラグ = true;
 }
 

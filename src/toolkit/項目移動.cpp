@@ -16,6 +16,12 @@ bool 停止種類chk(const QWidget* control) {
            qobject_cast<const controls::Trap*>(control);
 }
 
+// The control's own Enabled flag: a control inside a disabled container keeps
+// its own flag set, and the walk counts it, as it counts its own Visible flag.
+bool 自身有効chk(const QWidget* control) {
+    return !control->testAttribute(Qt::WA_ForceDisabled);
+}
+
 } // namespace
 
 void 次項目find(const controls::TabTable& form, QWidget*& 移動先項目) {
@@ -25,7 +31,7 @@ void 次項目find(const controls::TabTable& form, QWidget*& 移動先項目) {
     QWidget* 候補 = nullptr;
     int 候補順 = 0;
     for (QWidget* control : form.controls()) {
-        if (!停止種類chk(control) || control->isHidden() || !control->isEnabled() ||
+        if (!停止種類chk(control) || control->isHidden() || !自身有効chk(control) ||
             !controls::TabTable::isTabStop(control))
             continue;
         const int 順 = form.tabIndex(control);

@@ -11,7 +11,8 @@ class TabTable;
 
 // Replaces 移動先項目 by the control at or after it in tab order that can take
 // the focus: a button, a field or a trap that is not hidden itself (a control
-// on a page not shown still counts), enabled and a tab stop, with the smallest
+// on a page not shown still counts), enabled itself (a control inside a
+// disabled container still counts) and a tab stop, with the smallest
 // tab index not below that of 移動先項目; of equal indexes the later in the
 // table. 移動先項目 stays when none qualifies. A target outside the table has
 // no tab index: every control qualifies. A null target stays null.
