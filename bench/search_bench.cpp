@@ -97,7 +97,7 @@ SearchDatabase& searchDatabase() {
 
 // The composite search on department 003: 10,000 rows match, 1,000 are listed.
 QString staffSearch() {
-    担当者一覧状態 s;
+    人員一覧状態 s;
     s.部門コード = QStringLiteral("003");
     return 担当者一覧SQLmake(s, QStringLiteral("A"), QString(), QStringLiteral("000"), QString());
 }

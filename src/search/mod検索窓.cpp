@@ -3,6 +3,7 @@
 #include "platform/controls/fields.h"
 #include "platform/controls/tabtable.h"
 #include "search/wnd担当者一覧.h"
+#include "search/wnd社員一覧.h"
 #include "search/wnd郵便番号一覧.h"
 #include "search/wnd選択一覧.h"
 #include "shell/context.h"
@@ -109,6 +110,8 @@ std::unique_ptr<検索窓> 検索窓群::make(窓種別 kind) {
     switch (kind) {
     case 窓種別::担当者一覧:
         return std::make_unique<wnd担当者一覧>(ctx_, *this);
+    case 窓種別::社員一覧:
+        return std::make_unique<wnd社員一覧>(ctx_, *this);
     case 窓種別::郵便番号一覧:
         return std::make_unique<wnd郵便番号一覧>(ctx_, *this);
     case 窓種別::事業所一覧:
@@ -189,6 +192,11 @@ void 項目操作監視::onCtrlKey(QWidget* target, std::function<void()> handle
     ctrl_.emplace(target, std::move(handler));
 }
 
+void 項目操作監視::onClick(QWidget* target, std::function<void()> handler) {
+    target->installEventFilter(this);
+    click_.emplace(target, std::move(handler));
+}
+
 void 項目操作監視::onDoubleClick(QWidget* target, std::function<void()> handler) {
     target->installEventFilter(this);
     doubleClick_.emplace(target, std::move(handler));
@@ -200,6 +208,9 @@ bool 項目操作監視::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Control && !key->isAutoRepeat())
             handlers = &ctrl_;
+    } else if (event->type() == QEvent::MouseButtonRelease &&
+               static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        handlers = &click_;
     } else if (event->type() == QEvent::MouseButtonDblClick &&
                static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
         handlers = &doubleClick_;

@@ -23,7 +23,7 @@ class ReportList;
 // focus after a choice (検索次項目); the window writes the code and hands the
 // focus back, so that the field's own leaving rule does the lookup.
 
-enum class 窓種別 { 担当者一覧, 郵便番号一覧, 事業所一覧, 部門一覧, セクション一覧, 役職一覧 };
+enum class 窓種別 { 担当者一覧, 社員一覧, 郵便番号一覧, 事業所一覧, 部門一覧, セクション一覧, 役職一覧 };
 
 class 検索窓群;
 
@@ -93,11 +93,13 @@ private:
     std::map<窓種別, std::unique_ptr<検索窓>> 窓_;
 };
 
-// Watches fields for the Ctrl key pressed in them and for double clicks.
+// Watches fields for the Ctrl key pressed in them, for clicks and for double clicks.
 class 項目操作監視 : public QObject {
 public:
     explicit 項目操作監視(QObject* parent) : QObject(parent) {}
     void onCtrlKey(QWidget* target, std::function<void()> handler);
+    // A click is the release of the left button in the field.
+    void onClick(QWidget* target, std::function<void()> handler);
     void onDoubleClick(QWidget* target, std::function<void()> handler);
 
 protected:
@@ -105,5 +107,6 @@ protected:
 
 private:
     std::multimap<QObject*, std::function<void()>> ctrl_;
+    std::multimap<QObject*, std::function<void()>> click_;
     std::multimap<QObject*, std::function<void()>> doubleClick_;
 };

@@ -1,100 +1,20 @@
 #pragma once
 
-#include "search/mod検索窓.h"
+#include "search/人員一覧窓.h"
 
-#include <QString>
-
-class QComboBox;
-class QLabel;
-class QPushButton;
-
-namespace controls {
-class FocusEvents;
-class NumField;
-class ReportList;
-class TabTable;
-class TextField;
-} // namespace controls
-
-// The conditions of the staff list, rebuilt at each load.
-struct 担当者一覧状態 {
-    // Which search the next fill runs: 1 code, 2 kana, 3 name, 4 department,
-    // 5 section, 0 composite, -1 negative.
-    short 検索区分 = 0;
-    QString コード;
-    QString カナ;
-    QString 名称;
-    QString 部門コード;
-    QString 部門名;
-    QString セクションコード;
-    QString セクション名;
-    // List indexes of the two classes; the index of "全て" is the maximum.
-    short 在籍区分 = 0;
-    short 社員区分 = 0;
-    short 在籍区分最大 = 0;
-    short 社員区分最大 = 0;
-};
+// The staff list: the search window over M担当者, unloaded at each close from
+// the staff card.
+const 人員一覧定義& 担当者一覧定義();
 
 // The statement of the staff list's next fill in the dialect db ("A", "S" or
 // "O"), with what remains of the caller's condition and the office
 // restriction; empty for any other dialect.
-QString 担当者一覧SQLmake(const 担当者一覧状態& state, const QString& db, const QString& 検索条件,
+QString 担当者一覧SQLmake(const 人員一覧状態& state, const QString& db, const QString& 検索条件,
                           const QString& 運用事業所コード, const QString& 操作事業所コード);
 
-// The search window over M担当者: seven searches over one list of at most
-// 1000 rows.
-class wnd担当者一覧 : public 検索窓 {
+class wnd担当者一覧 : public 人員一覧窓 {
 public:
     wnd担当者一覧(Context& ctx, 検索窓群& 群);
-    void 読込() override;
 
-    const 担当者一覧状態& 状態() const { return s_; }
-    const QString& 検索SQL() const { return 検索SQL_; }
-
-    controls::TabTable* tabTable;
-    controls::FocusEvents* focusEvents;
-    項目操作監視* 操作監視;
-
-    QLabel* wnd_ttl;
-    controls::TextField* コード;
-    QLabel* lab_コード;
-    controls::TextField* 名称;
-    controls::TextField* カナ;
-    controls::TextField* 部門コード;
-    controls::TextField* 部門名;
-    controls::TextField* セクションコード;
-    controls::TextField* セクション名;
-    QLabel* itm_ttl_在籍区分;
-    controls::NumField* 在籍区分;
-    QComboBox* 在籍区分名称;
-    QLabel* itm_ttl_社員区分;
-    controls::NumField* 社員区分;
-    QComboBox* 社員区分名称;
-    QPushButton* btn_コード検索;
-    QPushButton* btn_カナ検索;
-    QPushButton* btn_名称検索;
-    QPushButton* btn_部門コード検索;
-    QPushButton* btn_セクションコード検索;
-    QPushButton* btn_複合検索;
-    QPushButton* btn_否定検索;
-    QPushButton* btn_画面クリア;
-    QLabel* lab_注意;
-    controls::ReportList* List担当者;
-
-private:
-    void build();
-    void wire();
-    void 区分一覧fill(QComboBox* list, controls::NumField* field, const QString& sql, short& 最大);
-    void 条件seed();
-    void 状態show();
-    void 一覧fill();
-    void ボタン状態set();
-    void 検索(short 区分);
-    void btn_画面クリア_Click();
-    QString 名称get(const QString& table, const QString& code);
-    void 選択窓open(controls::TextField* field, QPushButton* button, 窓種別 kind);
-
-    担当者一覧状態 s_;
-    QString 検索SQL_;
-    bool 表示中_ = false; // the controls are being painted from the state
+    controls::ReportList* const List担当者;
 };

@@ -154,6 +154,34 @@ bool 写真全delete(Context& ctx, const QString& 種別, const QString& コー�
     return !names.isEmpty();
 }
 
+void 社員写真取込(Context& ctx, const QString& 社員コード) {
+    // The folder of the link in use; without one there is nothing to list.
+    const int n = ctx.others.連携番号;
+    if (n < 0 || n >= static_cast<int>(std::size(ctx.others.slot))) {
+        エラー履歴add(ctx, QStringLiteral("社員写真取込 ERROR 連携番号 ") + QString::number(n));
+        return;
+    }
+    const QString F = ctx.others.slot[n].写真フォルダ;
+    担当者情報型& r = ctx.担当者情報;
+    // The files are listed in the link's folder and copied from the company's
+    // own photo folder under the same name: so the two are kept.
+    const QStringList photos = os::listFolder(F + QStringLiteral("/社員"), 社員コード + QStringLiteral("*"));
+    for (qsizetype i = 0; i < photos.size(); ++i) {
+        const QString name = 写真取込copy(ctx, staffKind(), r.コード,
+                                         ctx.company.写真フォルダ + QStringLiteral("/社員/") + photos.at(i));
+        if (i == 0) {
+            r.写真file = name;
+            r.表示写真file = name;
+            r.取込写真path.clear();
+        }
+    }
+    const QStringList seals = os::listFolder(F + QStringLiteral("/社員印"), 社員コード + QStringLiteral("*"));
+    if (!seals.isEmpty()) {
+        r.担当者印file = r.コード.trimmed() + extensionOf(seals.first(), 5);
+        r.取込担当者印path = ctx.company.写真フォルダ + QStringLiteral("/社員印/") + seals.first();
+    }
+}
+
 // A picture that exists but cannot be loaded ends the display there: what
 // follows it keeps what it showed.
 void 写真display(Context& ctx, frm担当者登録& f) {

@@ -14,7 +14,7 @@ class QWidget;
 // behind the nth-last character, "" when there is none.
 QString extensionOf(const QString& name, int fromEnd);
 
-// The listings below are in the file system's own order; nothing sorts them.
+// The listings below are in the order of the names.
 // The first file of the code in the kind's folder, "" when there is none.
 QString 写真最初get(Context& ctx, const QString& 種別, const QString& コード);
 // The file listed after the current one, "" past the last or when the current one is gone.
@@ -26,6 +26,11 @@ QString 写真取込copy(Context& ctx, const QString& 種別, const QString& コ
 bool 写真delete(Context& ctx, const QString& 種別, const QString& ファイル名);
 // Removes every file of the code in the kind's folder; True when at least one matched.
 bool 写真全delete(Context& ctx, const QString& 種別, const QString& コード);
+// Takes an employee's photos and seal over into the staff record: every
+// photo of the employee listed in the personnel system's photo folder is
+// copied under the record's code, the first becoming the current photo; the
+// first seal is picked, to be copied when the record is saved.
+void 社員写真取込(Context& ctx, const QString& 社員コード);
 // Loads img_写真 and img_担当者印 from the record's photo and seal state.
 void 写真display(Context& ctx, frm担当者登録& form);
 // The enabled state of the five photo buttons and of the two seal buttons.

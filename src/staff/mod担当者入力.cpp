@@ -5,9 +5,11 @@
 #include "shell/modデータ処理.h"
 #include "shell/値変換.h"
 #include "staff/frm担当者登録.h"
+#include "staff/mod写真図面.h"
 #include "staff/mod担当者削除.h"
 #include "staff/mod担当者登録.h"
 #include "staff/mod担当者移動.h"
+#include "staff/mod担当者参照.h"
 #include "toolkit/mod基本項目.h"
 #include "toolkit/mod項目編集.h"
 
@@ -101,25 +103,14 @@ QString 二桁(const QString& text) {
 
 // ---- lookups of the masters
 
-bool 一行get(Context& ctx, db::Recordset& rs, const QString& table, const QString& code) {
-    rs.close();
-    return 業務SQLopen(ctx, rs,
-                       QStringLiteral("SELECT TOP 1 * FROM ") + table + QStringLiteral(" WHERE コード = '") + code +
-                           QStringLiteral("'"));
-}
+using 参照get = bool (*)(Context&, const QString&);
+using 参照set = void (*)(Context&);
 
-// Takes コード and 名称 of the open row over, then closes it.
-void 一行set(db::Recordset& rs, QString& code, QString& name) {
-    if (const db::Field c = rs.field(QStringLiteral("コード")); !c.isNull())
-        code = c.text();
-    if (const db::Field n = rs.field(QStringLiteral("名称")); !n.isNull())
-        name = n.text();
-    rs.close();
-}
-
-// The rule of a code field with its name beside it.
-void コードrule(Context& ctx, frm担当者登録& f, controls::TextField* field, const QString& mask, const QString& table,
-                QString& code, QString& name) {
+// The rule of a code field with its name beside it: a code found takes its
+// row's code and name over; one not found leaves the record, so that the paint
+// puts the old code back.
+void コードrule(Context& ctx, frm担当者登録& f, controls::TextField* field, const QString& mask, 参照get get,
+                参照set set, QString& code) {
     const QString value = コードfmt(field->text(), mask);
     if (value == code)
         return;
@@ -127,37 +118,15 @@ void コードrule(Context& ctx, frm担当者登録& f, controls::TextField* fie
     if (value.isEmpty()) {
         code.clear();
         ctx.screen.お知らせ文.clear();
+    } else if (get(ctx, value)) {
+        set(ctx);
+        ctx.screen.お知らせ文.clear();
     } else {
-        db::Recordset rs;
-        if (一行get(ctx, rs, table, value)) {
-            一行set(rs, code, name);
-            ctx.screen.お知らせ文.clear();
-        } else {
-            rs.close();
-            ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
-        }
+        ctx.参照行.close();
+        ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
     }
     refresh(ctx, f);
     f.お知らせ->setText(ctx.screen.お知らせ文);
-}
-
-// A postcode found fills an empty address.
-void 郵便番号set(Context& ctx, db::Recordset& rs) {
-    担当者情報型& r = ctx.担当者情報;
-    if (const db::Field p = rs.field(QStringLiteral("郵便番号")); !p.isNull())
-        r.郵便番号 = p.text();
-    const QString a = rs.field(QStringLiteral("住所A")).text();
-    const QString b = rs.field(QStringLiteral("住所B")).text();
-    rs.close();
-    if (!空白(r.住所A))
-        return;
-    if (a.trimmed().size() + b.trimmed().size() > 15) {
-        r.住所A = a;
-        if (空白(r.住所B))
-            r.住所B = b;
-    } else {
-        r.住所A = a + b;
-    }
 }
 
 void 郵便番号rule(Context& ctx, frm担当者登録& f) {
@@ -168,23 +137,45 @@ void 郵便番号rule(Context& ctx, frm担当者登録& f) {
         if (数字抽出conv(typed).isEmpty()) {
             r.郵便番号.clear();
             ctx.screen.お知らせ文.clear();
+        } else if (郵便番号get(ctx, typed)) {
+            郵便番号set(ctx);
+            ctx.screen.お知らせ文.clear();
         } else {
-            db::Recordset rs;
-            if (業務SQLopen(ctx, rs,
-                            QStringLiteral("SELECT TOP 1 * FROM M郵便番号 WHERE 郵便番号 = '") + typed +
-                                QStringLiteral("'"))) {
-                郵便番号set(ctx, rs);
-                ctx.screen.お知らせ文.clear();
-            } else {
-                ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
-            }
-            rs.close();
+            ctx.参照行.close();
+            ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
         }
         refresh(ctx, f);
         f.お知らせ->setText(ctx.screen.お知らせ文);
         return;
     }
     担当者paint(ctx, f);
+}
+
+// An employee code takes the employee over into the record; one not found is
+// emptied, and what an earlier copy brought stays.
+void 社員コードrule(Context& ctx, frm担当者登録& f) {
+    担当者情報型& r = ctx.担当者情報;
+    const QString value = コードfmt(f.社員コード->text(), QStringLiteral("00000"));
+    if (value == r.社員コード)
+        return;
+    ctx.screen.入力フラグ = true;
+    if (value.isEmpty()) {
+        r.社員コード.clear();
+        ctx.screen.お知らせ文.clear();
+    } else if (社員get(ctx, value)) {
+        社員set(ctx);
+        ctx.screen.お知らせ文.clear();
+        // The photos taken over show at once.
+        ctx.screen.画面表示中フラグ = true;
+        写真display(ctx, f);
+        ctx.screen.画面表示中フラグ = false;
+    } else {
+        r.社員コード.clear();
+        ctx.参照行.close();
+        ctx.screen.お知らせ文 = QStringLiteral("該当情報がありません。");
+    }
+    refresh(ctx, f);
+    f.お知らせ->setText(ctx.screen.お知らせ文);
 }
 
 void 電話rule(Context& ctx, frm担当者登録& f, controls::TelField* field, QString& number) {
@@ -369,7 +360,7 @@ void 担当者登録wire(Context& ctx, frm担当者登録& f) {
     got(f.カナ, C);
     lost(f.カナ, [c, form] { カナrule(*c, *form); });
     got(f.社員コード, C);
-    lost(f.社員コード, none);
+    lost(f.社員コード, [c, form] { 社員コードrule(*c, *form); });
     got(f.暗証番号, C);
     lost(f.暗証番号, [c, form, &r] {
         if (store(*c, r.暗証番号, form->暗証番号->text()))
@@ -429,21 +420,20 @@ void 担当者登録wire(Context& ctx, frm担当者登録& f) {
     // Codes of the organisation.
     got(f.事業所コード, C);
     lost(f.事業所コード, [c, form, &r] {
-        コードrule(*c, *form, form->事業所コード, QStringLiteral("000"), QStringLiteral("M事業所"), r.事業所コード,
-                   r.事業所名);
+        コードrule(*c, *form, form->事業所コード, QStringLiteral("000"), 事業所get, 事業所set, r.事業所コード);
     });
     got(f.部門コード, O);
     lost(f.部門コード, [c, form, &r] {
-        コードrule(*c, *form, form->部門コード, QStringLiteral("000"), QStringLiteral("M部門"), r.部門コード, r.部門名);
+        コードrule(*c, *form, form->部門コード, QStringLiteral("000"), 部門get, 部門set, r.部門コード);
     });
     got(f.セクションコード, D);
     lost(f.セクションコード, [c, form, &r] {
-        コードrule(*c, *form, form->セクションコード, QStringLiteral("000"), QStringLiteral("Mセクション"),
-                   r.セクションコード, r.セクション名);
+        コードrule(*c, *form, form->セクションコード, QStringLiteral("000"), セクションget, セクションset,
+                   r.セクションコード);
     });
     got(f.役職コード, S);
     lost(f.役職コード, [c, form, &r] {
-        コードrule(*c, *form, form->役職コード, QStringLiteral("00"), QStringLiteral("M役職"), r.役職コード, r.役職名);
+        コードrule(*c, *form, form->役職コード, QStringLiteral("00"), 役職get, 役職set, r.役職コード);
     });
     // The names beside the codes are walked over.
     got(f.事業所名, [c, form, C] {

@@ -74,6 +74,7 @@ void 担当者検索wire(Context& ctx, frm担当者登録& f) {
     };
     const QList<Opening> openings{
         {f.コード, f.btn_担当者コード, 窓種別::担当者一覧, f.姓, none, true, staffCondition},
+        {f.社員コード, f.btn_社員コード, 窓種別::社員一覧, f.カナ姓, C, true, noCondition},
         {f.事業所コード, f.btn_事業所コード, 窓種別::事業所一覧, f.部門コード, C, false, noCondition},
         {f.部門コード, f.btn_部門コード, 窓種別::部門一覧, f.セクションコード, O, false, noCondition},
         {f.セクションコード, f.btn_セクションコード, 窓種別::セクション一覧, f.役職コード, D, false, noCondition},

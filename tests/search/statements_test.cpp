@@ -27,8 +27,8 @@ QString first(const QString& db, const QString& where, const QString& andForm) {
     return db == QLatin1String("O") ? andForm : where;
 }
 
-担当者一覧状態 filled(short search) {
-    担当者一覧状態 s;
+人員一覧状態 filled(short search) {
+    人員一覧状態 s;
     s.検索区分 = search;
     s.コード = QStringLiteral("00010");
     s.名称 = QStringLiteral(" 山田 ");
@@ -45,7 +45,7 @@ QString first(const QString& db, const QString& where, const QString& andForm) {
 class StaffStatements : public ::testing::TestWithParam<const char*> {
 protected:
     QString db() const { return QString::fromLatin1(GetParam()); }
-    QString make(const 担当者一覧状態& s, const QString& condition = QString(), const QString& office = QStringLiteral("000")) {
+    QString make(const 人員一覧状態& s, const QString& condition = QString(), const QString& office = QStringLiteral("000")) {
         return 担当者一覧SQLmake(s, db(), condition, office, QStringLiteral("001"));
     }
 };
@@ -88,7 +88,7 @@ TEST_P(StaffStatements, DepartmentAndSectionSearchesOrderByCode) {
 }
 
 TEST_P(StaffStatements, CompositeSearchJoinsEveryClauseInItsOrder) {
-    担当者一覧状態 s = filled(0);
+    人員一覧状態 s = filled(0);
     s.社員区分 = 2;
     EXPECT_EQ(make(s), base(db()) +
                            first(db(), QStringLiteral(" WHERE M担当者.コード >= '"),
@@ -102,7 +102,7 @@ TEST_P(StaffStatements, CompositeSearchJoinsEveryClauseInItsOrder) {
 }
 
 TEST_P(StaffStatements, NegativeSearchNegatesTheClausesButNotConditionOrOffice) {
-    担当者一覧状態 s = filled(-1);
+    人員一覧状態 s = filled(-1);
     s.社員区分 = 2;
     EXPECT_EQ(make(s, QStringLiteral("M担当者.氏名 <> ''"), QStringLiteral("001")),
               base(db()) + first(db(), QStringLiteral(" WHERE ("), QStringLiteral(" AND (")) +
@@ -119,7 +119,7 @@ TEST_P(StaffStatements, NegativeSearchNegatesTheClausesButNotConditionOrOffice) 
 }
 
 TEST_P(StaffStatements, NothingEnteredAndAllClassesGiveTheBaseAndTheOrder) {
-    担当者一覧状態 s;
+    人員一覧状態 s;
     s.在籍区分 = s.在籍区分最大 = 3;
     s.社員区分 = s.社員区分最大 = 8;
     EXPECT_EQ(make(s), base(db()) + QStringLiteral(" ORDER BY M担当者.コード"));
@@ -128,7 +128,7 @@ TEST_P(StaffStatements, NothingEnteredAndAllClassesGiveTheBaseAndTheOrder) {
 }
 
 TEST_P(StaffStatements, OfficeRestrictionKeepsHeadOfficeRows) {
-    担当者一覧状態 s;
+    人員一覧状態 s;
     s.在籍区分 = s.在籍区分最大 = 3;
     s.社員区分 = s.社員区分最大 = 8;
     EXPECT_EQ(make(s, QString(), QStringLiteral("002")),
@@ -139,7 +139,7 @@ TEST_P(StaffStatements, OfficeRestrictionKeepsHeadOfficeRows) {
 }
 
 TEST_P(StaffStatements, ANameWithAQuoteIsDoubled) {
-    担当者一覧状態 s;
+    人員一覧状態 s;
     s.検索区分 = 3;
     s.名称 = QStringLiteral("O'Neil");
     s.在籍区分 = s.在籍区分最大 = 3;
