@@ -220,9 +220,8 @@ void 連携利用者環境copy(Context& ctx) {
     if (!os::fileExists(s->confフォルダ + sep() + QStringLiteral("usrcnfg.mdb")))
         copy(s->confフォルダ, QStringLiteral("usrcnfg.mdb"));
 
-    // The report databases are copied once, when the outside system has them.
-    if (!os::fileExists(s->共通reportフォルダ + sep() + QStringLiteral("repdb.mdb")))
-        return;
+    // The report databases are copied once. A shared file that is missing is
+    // no reason to pass over in silence: its copy fails and says so.
     フォルダ作成make(ctx, s->reportフォルダ + sep());
     if (os::fileExists(s->reportフォルダ + sep() + QStringLiteral("repdb.mdb")))
         return;

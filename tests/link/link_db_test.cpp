@@ -9,6 +9,7 @@
 #include "platform/os/files.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -283,6 +284,31 @@ TEST_P(LinkDb, MissingOutsideConfigurationShowsItsErrorAndFails) {
     EXPECT_TRUE(shown.first().startsWith(QStringLiteral("連携syb_open ERROR"))) << shown.first().toStdString();
     EXPECT_TRUE(shown.first().endsWith(QChar(13) + QStringLiteral("sysopen error")));
     EXPECT_EQ(tree->messages.shown.first().buttons, ui::Buttons::Ok);
+}
+
+TEST_P(LinkDb, PerUserCopyWithoutTheSharedReportFilesSaysSoInTheHistory) {
+    auto other = outsideTree();
+    ASSERT_TRUE(other->ok());
+    ASSERT_TRUE(executeOn(other->path(QStringLiteral("conf/usrcnfg.mdb")),
+                          QStringLiteral("UPDATE 動作環境定義 SET インストール区分 = '1'")));
+    personnel(QStringLiteral("連携アプリフォルダ = '%1'").arg(other->root()));
+    start();
+    ASSERT_TRUE(連携有無chk(ctx(), kPersonnel));
+    ASSERT_TRUE(連携DBopen(ctx()));
+    // The configuration is copied; each report file that is not there leaves its row.
+    EXPECT_TRUE(os::fileExists(other->path(QStringLiteral("users/tanaka/conf/usrcnfg.mdb"))));
+    const QString tail = QStringLiteral(" User ConfF=") + other->path(QStringLiteral("users/tanaka/conf")) +
+                         QStringLiteral(" User Report =") + other->path(QStringLiteral("users/tanaka/report"));
+    QStringList errors;
+    for (const QString& row : tree->history())
+        if (row.section(QLatin1Char('|'), 1).startsWith(QStringLiteral("エラー ")))
+            errors.append(row.section(QLatin1Char('|'), 1));
+    EXPECT_EQ(errors, (QStringList{QStringLiteral("エラー ファイルをコピーできません: ") +
+                                       other->path(QStringLiteral("report/repdb.mdb")) + tail,
+                                   QStringLiteral("エラー ファイルをコピーできません: ") +
+                                       other->path(QStringLiteral("report/repfrmdb.mdb")) + tail}));
+    EXPECT_TRUE(QFileInfo(other->path(QStringLiteral("users/tanaka/report"))).isDir());
+    連携DBclose(ctx());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, LinkDb, ::testing::Values(Engine::Sqlite, Engine::Postgres), testdb::engineParamName);
