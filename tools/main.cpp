@@ -1,7 +1,7 @@
 #include "tools/setup.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 
 namespace {
@@ -18,7 +18,11 @@ int usage(QCommandLineParser& parser, const QString& problem) {
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
+    // The demo's seal impressions are drawn with fonts, which need a graphical
+    // application; the tool needs no display for that.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("staff-setup"));
 
     QCommandLineParser parser;

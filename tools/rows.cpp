@@ -26,6 +26,8 @@ bool RowWriter::insert(const QString& table, const Values& values) {
         error_ = QStringLiteral("表がありません: ") + table;
         return false;
     }
+    if (!definition->databases.contains(database_))
+        return true;
     for (const auto& [column, value] : values) {
         const bool known = std::any_of(definition->columns.begin(), definition->columns.end(),
                                        [&](const schema::Column& c) { return c.name == column; });
@@ -51,6 +53,8 @@ bool RowWriter::insert(const QString& table, const Values& values) {
 
 bool RowWriter::insertMany(const QString& table, const QStringList& columns, const QList<QStringList>& rows,
                            qsizetype rowsPerStatement) {
+    if (const schema::Table* definition = schema::find(table); definition && !definition->databases.contains(database_))
+        return true;
     const QString head = QStringLiteral("INSERT INTO %1 (%2) VALUES ").arg(table, columns.join(QStringLiteral(", ")));
     for (qsizetype first = 0; first < rows.size(); first += rowsPerStatement) {
         QString sql = head;

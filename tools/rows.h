@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include "schema/schema.h"
+
 namespace db {
 class Connection;
 }
@@ -16,10 +18,13 @@ namespace setup {
 using Values = QList<std::pair<QString, QString>>;
 
 // Writes rows into the tables of the schema as plain INSERT statements, one
-// statement standing alone each time.
+// statement standing alone each time. Rows of a table that the database
+// written to does not hold are passed over, so that one seed serves the main
+// database and the personnel system's.
 class RowWriter {
 public:
-    explicit RowWriter(db::Connection& connection) : connection_(connection) {}
+    RowWriter(db::Connection& connection, schema::Database database)
+        : connection_(connection), database_(database) {}
 
     // One row with every column of the table: the columns not named get the
     // empty text (0 for a number column).
@@ -36,6 +41,7 @@ private:
     bool run(const QString& table, const QString& sql);
 
     db::Connection& connection_;
+    schema::Database database_;
     QString error_;
 };
 

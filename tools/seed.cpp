@@ -131,6 +131,8 @@ const Unit kUnits[] = {
 };
 
 constexpr int kStaffCount = 100;
+// Employees hired by the personnel system and not yet registered as staff.
+constexpr int kNewHires = 6;
 
 QString code5(int n) { return QStringLiteral("%1").arg(n, 5, 10, QLatin1Char('0')); }
 
@@ -234,7 +236,8 @@ Person makePerson(int i, Sequence& random) {
     p.phone = area + QLatin1Char('-') + QString::number(3000 + random.next(6000)).left(6 - int(area.size())) +
               QLatin1Char('-') + QString::number(1000 + i * 37);
     p.mobile = QStringLiteral("090-%1-%2").arg(1000 + random.next(9000)).arg(2000 + i * 53);
-    p.employeeCode = i % 3 == 0 ? QString() : code5(10000 + i);
+    // Two staff in three are employees of the personnel system; the new hires all are.
+    p.employeeCode = i % 3 == 0 && i <= kStaffCount ? QString() : code5(10000 + i);
 
     const QString registered = p.entry + QStringLiteral(" 090000");
     p.staff = {
@@ -568,12 +571,14 @@ bool seedDemo(RowWriter& writer) {
 
     Sequence random(20240401);
     Person married;
-    for (int i = 1; i <= kStaffCount; ++i) {
+    for (int i = 1; i <= kStaffCount + kNewHires; ++i) {
         Person p = makePerson(i, random);
-        if (!writer.insert(QStringLiteral("M担当者"), p.staff))
-            return false;
-        if (!insertDirectory(writer, p, p.phone) || !insertDirectory(writer, p, p.mobile))
-            return false;
+        if (i <= kStaffCount) {
+            if (!writer.insert(QStringLiteral("M担当者"), p.staff))
+                return false;
+            if (!insertDirectory(writer, p, p.phone) || !insertDirectory(writer, p, p.mobile))
+                return false;
+        }
         if (p.employeeCode.isEmpty())
             continue;
         if (!insertHistory(writer, p, i))
@@ -593,6 +598,26 @@ bool seedDemo(RowWriter& writer) {
                           {QStringLiteral("諸届区分"), QStringLiteral("1")},
                           {QStringLiteral("諸届氏名"), QStringLiteral("高橋 ") + married.givenName},
                           {QStringLiteral("諸届カナ氏名"), QStringLiteral("ﾀｶﾊｼ ") + married.givenKana}});
+}
+
+QList<DemoEmployee> demoEmployees() {
+    QList<DemoEmployee> all;
+    Sequence random(20240401);
+    for (int i = 1; i <= kStaffCount + kNewHires; ++i) {
+        const Person p = makePerson(i, random);
+        if (p.employeeCode.isEmpty())
+            continue;
+        const bool newHire = i > kStaffCount;
+        DemoEmployee e;
+        e.code = p.employeeCode;
+        e.familyName = p.name.section(QLatin1Char(' '), 0, 0);
+        e.woman = p.woman;
+        e.photos = newHire || i % 2 == 0 ? (i % 8 == 0 ? 2 : 1) : 0;
+        e.seal = newHire || i % 4 == 0;
+        e.staff = !newHire;
+        all.append(e);
+    }
+    return all;
 }
 
 } // namespace setup

@@ -4,6 +4,7 @@
 #include "platform/pin/pin_codec.h"
 #include "platform/db/recordset.h"
 #include "schema/schema.h"
+#include "tools/pictures.h"
 #include "tools/postcodes.h"
 #include "tools/rows.h"
 #include "tools/seed.h"
@@ -55,7 +56,7 @@ public:
 
     Result run() {
         const bool done = check() && readPostcodeSource() && prepareServer() && makeTree() && makeConfiguration() &&
-                          makeMain() && finish();
+                          makeMain() && makePersonnel() && finish();
         if (!done) {
             rollback();
             return {false, message_};
@@ -108,6 +109,9 @@ private:
                         QString::number(server.port));
         if (!name.match(server.database).hasMatch())
             return fail(QStringLiteral("データベース名は英小文字・数字・_ で指定してください: ") + server.database);
+        // The demo's personnel system takes the name with "_jinji" behind it.
+        if (options_.demo && server.database.size() > 57)
+            return fail(QStringLiteral("デモのデータベース名は57文字までで指定してください: ") + server.database);
         if (server.dialect != QLatin1String("S") && server.dialect != QLatin1String("O"))
             return fail(QStringLiteral("SQL の方言は S か O で指定してください: ") + server.dialect);
         // The parts go into a connection text of the form "key=value;".
@@ -126,11 +130,14 @@ private:
         return true;
     }
 
-    // Connects to the server, then creates the database or accepts an empty one.
     bool prepareServer() {
         if (!options_.server)
             return true;
-        const Server& server = *options_.server;
+        return serverDatabase(*options_.server, createdDatabase_, usedEmptyDatabase_);
+    }
+
+    // Connects to the server, then creates the database or accepts an empty one.
+    bool serverDatabase(const Server& server, bool& created, bool& usedEmpty) {
         progress_(QStringLiteral("データベースサーバーに接続しています: ") + dataSource(server));
         db::Connection admin;
         admin.connectionTimeout = 10;
@@ -155,7 +162,7 @@ private:
             if (tables.field(QStringLiteral("n")).value.toInt() > 0)
                 return fail(QStringLiteral("データベース %1 は既にあり、表が入っています (%2)")
                                 .arg(server.database, dataSource(server)));
-            usedEmptyDatabase_ = true;
+            usedEmpty = true;
             return true;
         }
         if (!admin.execute(
@@ -163,7 +170,7 @@ private:
                     .arg(server.database)))
             return fail(QStringLiteral("データベース %1 を作成できません: %2")
                             .arg(server.database, admin.lastError().description));
-        createdDatabase_ = true;
+        created = true;
         return true;
     }
 
@@ -217,6 +224,17 @@ private:
         return true;
     }
 
+    // The environment row of a new installation: the head office, shared folders.
+    static Values environmentRow() {
+        Values environment{{QStringLiteral("動作環境定義ID"), QStringLiteral("001")},
+                           {QStringLiteral("運用事業所コード"), QStringLiteral("000")}};
+        for (const char* column : {"インストール区分", "CL更新実行区分", "バックアップ方法", "バックアップ日指定",
+                                   "月曜バックアップ", "火曜バックアップ", "水曜バックアップ", "木曜バックアップ",
+                                   "金曜バックアップ", "土曜バックアップ", "日曜バックアップ"})
+            environment.append({QString::fromUtf8(column), QStringLiteral("0")});
+        return environment;
+    }
+
     bool makeConfiguration() {
         progress_(QStringLiteral("暗証番号の鍵ファイルを作成しています: conf/pin.key"));
         QString keyError;
@@ -227,7 +245,7 @@ private:
         if (!openDesktop(config, QStringLiteral("conf/usrcnfg.accdb")) ||
             !createTables(config, schema::Database::Configuration, schema::Flavor::Sqlite))
             return false;
-        RowWriter writer(config);
+        RowWriter writer(config, schema::Database::Configuration);
         Values definition{{QStringLiteral("情報種類"), QStringLiteral("GNR")}};
         if (options_.server) {
             const Server& server = *options_.server;
@@ -243,14 +261,8 @@ private:
                            {QStringLiteral("プロバイダ名"), QString::fromLatin1(kDesktopProvider)},
                            {QStringLiteral("データソース名"), root_ + QStringLiteral("/data/main.accdb")}};
         }
-        Values environment{{QStringLiteral("動作環境定義ID"), QStringLiteral("001")},
-                           {QStringLiteral("運用事業所コード"), QStringLiteral("000")}};
-        for (const char* column : {"インストール区分", "CL更新実行区分", "バックアップ方法", "バックアップ日指定",
-                                   "月曜バックアップ", "火曜バックアップ", "水曜バックアップ", "木曜バックアップ",
-                                   "金曜バックアップ", "土曜バックアップ", "日曜バックアップ"})
-            environment.append({QString::fromUtf8(column), QStringLiteral("0")});
         const bool written = writer.insert(QStringLiteral("データベース定義"), definition) &&
-                             writer.insert(QStringLiteral("動作環境定義"), environment) &&
+                             writer.insert(QStringLiteral("動作環境定義"), environmentRow()) &&
                              writer.insert(QStringLiteral("営業支援データ管理"),
                                            {{QStringLiteral("プログラムID"), QStringLiteral("担当者登録")},
                                             {QStringLiteral("処理分類"), QStringLiteral("0")}});
@@ -275,7 +287,7 @@ private:
         if (!createTables(*main_, schema::Database::Main, flavor))
             return false;
 
-        RowWriter writer(*main_);
+        RowWriter writer(*main_, schema::Database::Main);
         progress_(QStringLiteral("初期データを登録しています"));
         if (!seedMain(writer, root_ + QStringLiteral("/photo"), root_ + QStringLiteral("/document")))
             return fail(writer.error());
@@ -294,6 +306,102 @@ private:
                           .arg(rows.size()));
         }
         main_->close();
+        return true;
+    }
+
+    // The demo company's personnel system: a second tree under the root with
+    // its own configuration and main database, pictures of its employees in the
+    // photo folder the two systems share, and the link row that puts the
+    // employee code on the staff card. The main database holds the same
+    // employee tables: keeping them alike is the personnel system's business.
+    bool makePersonnel() {
+        if (!options_.demo)
+            return true;
+        progress_(QStringLiteral("人事就業管理のデモデータを作成しています: jinji"));
+        for (const char* folder : {"jinji/prgbin", "jinji/conf", "jinji/data", "jinji/report", "jinji/manual",
+                                   "jinji/users"}) {
+            if (!QDir(temp_->path()).mkpath(QString::fromUtf8(folder)))
+                return fail(QStringLiteral("フォルダを作成できません: ") + QString::fromUtf8(folder));
+        }
+        const QString app = root_ + QStringLiteral("/jinji");
+        Values definition{{QStringLiteral("情報種類"), QStringLiteral("GNR")}};
+        Values link{{QStringLiteral("連携有無区分"), QStringLiteral("1")},
+                    {QStringLiteral("連携アプリフォルダ"), app}};
+        db::Connection personnel;
+        schema::Flavor flavor = schema::Flavor::Sqlite;
+        if (options_.server) {
+            Server server = *options_.server;
+            server.database += QStringLiteral("_jinji");
+            if (!serverDatabase(server, createdPersonnelDatabase_, usedEmptyPersonnelDatabase_))
+                return false;
+            if (!personnel.open(serverText(server, server.database)))
+                return fail(QStringLiteral("人事就業管理のデータベースに接続できません: ") +
+                            personnel.lastError().description);
+            flavor = schema::Flavor::Postgres;
+            definition += {{QStringLiteral("db"), server.dialect},
+                           {QStringLiteral("プロバイダ名"), QStringLiteral("PostgreSQL")},
+                           {QStringLiteral("データベース名"), server.database},
+                           {QStringLiteral("ユーザーID"), server.user},
+                           {QStringLiteral("パスワード"), server.password},
+                           {QStringLiteral("データソース名"), sourceName(server)},
+                           {QStringLiteral("サーバー名"), dataSource(server)}};
+            link += {{QStringLiteral("連携DB"), server.dialect},
+                     {QStringLiteral("連携データベース名"), server.database},
+                     {QStringLiteral("連携ユーザーID"), server.user},
+                     {QStringLiteral("連携パスワード"), server.password},
+                     {QStringLiteral("連携データソース名"), sourceName(server)},
+                     {QStringLiteral("連携サーバー名"), dataSource(server)}};
+        } else {
+            if (!openDesktop(personnel, QStringLiteral("jinji/data/jinji.mdb")))
+                return false;
+            const QString file = app + QStringLiteral("/data/jinji.mdb");
+            definition += {{QStringLiteral("db"), QStringLiteral("A")},
+                           {QStringLiteral("プロバイダ名"), QStringLiteral("Microsoft.Jet.OLEDB.4.0")},
+                           {QStringLiteral("データソース名"), file}};
+            link += {{QStringLiteral("連携DB"), QStringLiteral("A")}, {QStringLiteral("連携データソース名"), file}};
+        }
+        if (!createTables(personnel, schema::Database::Personnel, flavor))
+            return false;
+        RowWriter rows(personnel, schema::Database::Personnel);
+        if (!seedMain(rows, root_ + QStringLiteral("/photo"), root_ + QStringLiteral("/document")) ||
+            !seedDemo(rows))
+            return fail(rows.error());
+        personnel.close();
+
+        // Its configuration, under the older desktop name that the link opens.
+        db::Connection config;
+        if (!openDesktop(config, QStringLiteral("jinji/conf/usrcnfg.mdb")) ||
+            !createTables(config, schema::Database::Configuration, schema::Flavor::Sqlite))
+            return false;
+        RowWriter configRows(config, schema::Database::Configuration);
+        if (!configRows.insert(QStringLiteral("データベース定義"), definition) ||
+            !configRows.insert(QStringLiteral("動作環境定義"), environmentRow()))
+            return fail(configRows.error());
+        config.close();
+
+        for (const DemoEmployee& e : demoEmployees()) {
+            const int number = e.code.toInt();
+            for (int i = 1; i <= e.photos; ++i) {
+                const QString name = e.code + (i == 1 ? QString() : QStringLiteral("_%1").arg(i)) + QStringLiteral(".jpg");
+                if (!writePortrait(temp_->filePath(QStringLiteral("photo/社員/") + name), number + i, e.woman))
+                    return fail(QStringLiteral("写真を作成できません: ") + name);
+            }
+            if (e.seal && !writeSeal(temp_->filePath(QStringLiteral("photo/社員印/") + e.code + QStringLiteral(".png")),
+                                     e.familyName))
+                return fail(QStringLiteral("印影を作成できません: ") + e.code);
+        }
+
+        // The link row of the main database.
+        db::Connection main;
+        if (!(options_.server ? main.open(serverText(*options_.server, options_.server->database))
+                              : main.open(desktopText(temp_->filePath(QStringLiteral("data/main.accdb"))))))
+            return fail(QStringLiteral("業務データベースを開けません: ") + main.lastError().description);
+        QStringList assignments;
+        for (const auto& [column, value] : link)
+            assignments.append(column + QStringLiteral(" = ") + quoted(value));
+        if (!main.execute(QStringLiteral("UPDATE M他業務連携 SET ") + assignments.join(QStringLiteral(", ")) +
+                          QStringLiteral(" WHERE 業務名 = '人事就業管理'")))
+            return fail(QStringLiteral("他業務連携を登録できません: ") + main.lastError().description);
         return true;
     }
 
@@ -317,10 +425,22 @@ private:
         temp_.reset();
         for (auto it = madeParents_.crbegin(); it != madeParents_.crend(); ++it)
             QDir().rmdir(*it);
-        if (!options_.server || (!createdDatabase_ && !(usedEmptyDatabase_ && tablesCreated_)))
+        if (!options_.server)
             return;
-        const Server& server = *options_.server;
-        if (createdDatabase_) {
+        Server personnel = *options_.server;
+        personnel.database += QStringLiteral("_jinji");
+        dropServerDatabase(personnel, createdPersonnelDatabase_, usedEmptyPersonnelDatabase_,
+                           schema::Database::Personnel);
+        if (!createdDatabase_ && !(usedEmptyDatabase_ && tablesCreated_))
+            return;
+        dropServerDatabase(*options_.server, createdDatabase_, usedEmptyDatabase_, schema::Database::Main);
+    }
+
+    // Drops a database this run created, or the tables it put into an empty one.
+    void dropServerDatabase(const Server& server, bool created, bool usedEmpty, schema::Database database) {
+        if (!created && !usedEmpty)
+            return;
+        if (created) {
             db::Connection admin;
             if (admin.open(serverText(server, QStringLiteral("postgres"))))
                 admin.execute(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(server.database));
@@ -330,7 +450,7 @@ private:
         if (!target.open(serverText(server, server.database)))
             return;
         for (const schema::Table& table : schema::tables()) {
-            if (table.databases.contains(schema::Database::Main))
+            if (table.databases.contains(database))
                 target.execute(QStringLiteral("DROP TABLE IF EXISTS ") + table.name);
         }
     }
@@ -344,6 +464,8 @@ private:
     bool createdDatabase_ = false;
     bool usedEmptyDatabase_ = false;
     bool tablesCreated_ = false;
+    bool createdPersonnelDatabase_ = false;
+    bool usedEmptyPersonnelDatabase_ = false;
     QStringList madeParents_;
     PostcodeRows postcodes_;
     std::unique_ptr<QTemporaryDir> temp_;

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -84,8 +85,10 @@ protected:
 
     void TearDown() override {
         qputenv("PATH", pathBefore_);
-        if (!database_.isEmpty())
+        if (!database_.isEmpty()) {
             testdb::adminExecute(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(database_));
+            testdb::adminExecute(QStringLiteral("DROP DATABASE IF EXISTS %1_jinji WITH (FORCE)").arg(database_));
+        }
     }
 
     // Options for a tree under the test's folder, on the engine of the test.
@@ -229,6 +232,68 @@ TEST_P(SetupTest, DemoCompanyHasAboutAHundredStaff) {
     EXPECT_EQ(count(main, "M担当者 WHERE セクションコード NOT IN (SELECT コード FROM Mセクション)"), 0);
     // A retired employee has a retirement row.
     EXPECT_EQ(count(main, "M社員 WHERE 在籍区分 = '2' AND コード NOT IN (SELECT 社員コード FROM T退職)"), 0);
+}
+
+TEST_P(SetupTest, DemoHasAPersonnelSystemLinkedToTheCompanyWithPicturesOfItsEmployees) {
+    STAFF_REQUIRE_ENGINE(GetParam());
+    setup::Options o = options();
+    o.demo = true;
+    const setup::Result result = setup::createInstallation(o);
+    ASSERT_TRUE(result.ok) << result.message.toStdString();
+    const QString main = setup::mainConnectionText(o);
+    const QString app = o.root + QStringLiteral("/jinji");
+
+    // The link row names the personnel system's tree.
+    EXPECT_EQ(query(main, "SELECT * FROM M他業務連携 WHERE 業務名 = '人事就業管理'", {"連携有無区分", "連携アプリフォルダ"}),
+              QStringList{"1|" + app});
+    // Its own configuration, under the name the link opens, describes its own database.
+    const QStringList definition = query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM データベース定義",
+                                         {"情報種類", "db", "プロバイダ名", "データソース名", "データベース名"});
+    ASSERT_EQ(definition.size(), 1);
+    QString personnel;
+    if (o.server) {
+        const auto server = testdb::pgServer();
+        EXPECT_EQ(definition.first(), "GNR|S|PostgreSQL|" + server->dataSource() + "|" + database_ + "_jinji");
+        personnel = QStringLiteral("Provider=PostgreSQL;User ID=%1;Password=%2;Data Source=%3;Initial Catalog=%4_jinji;")
+                        .arg(server->user, server->password, server->dataSource(), database_);
+    } else {
+        EXPECT_EQ(definition.first(), "GNR|A|Microsoft.Jet.OLEDB.4.0|" + app + "/data/jinji.mdb|");
+        personnel = QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;User ID=;Password=;Data Source=%1;")
+                        .arg(app + "/data/jinji.mdb");
+    }
+    EXPECT_EQ(query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM 動作環境定義", {"動作環境定義ID", "運用事業所コード"}),
+              QStringList{"001|000"});
+
+    // The personnel database holds the same employees and history as the main one, and no staff.
+    const QStringList columns{"コード", "氏名", "事業所コード", "在籍区分", "採用No"};
+    const QStringList employees = query(personnel, "SELECT * FROM M社員 ORDER BY コード", columns);
+    EXPECT_GT(employees.size(), 60);
+    EXPECT_EQ(employees, query(main, "SELECT * FROM M社員 ORDER BY コード", columns));
+    for (const char* table : {"T異動", "T採用", "T休職", "T退職", "T諸届"})
+        EXPECT_EQ(count(personnel, table), count(main, table)) << table;
+    EXPECT_EQ(query(personnel, "SELECT 名称 FROM Mユーザ", {"名称"}), QStringList{"株式会社さくら商事"});
+    EXPECT_EQ(query(personnel, "SELECT 写真フォルダ FROM Mユーザ", {"写真フォルダ"}), QStringList{o.root + "/photo"});
+    // Every state is there: on leave, retired, a past and a future transfer, a change of name.
+    EXPECT_GT(count(personnel, "T休職 WHERE 休職終了日付 >= '20991231'"), 0);
+    EXPECT_GT(count(personnel, "T退職"), 0);
+    EXPECT_GT(count(personnel, "T異動 WHERE 異動日付 < '20260101'"), 0);
+    EXPECT_GT(count(personnel, "T異動 WHERE 異動日付 > '20990101'"), 0);
+    EXPECT_EQ(count(personnel, "T諸届 WHERE 諸届区分 = '1'"), 1);
+    // New hires who are no staff yet.
+    EXPECT_GE(count(main, "M社員 WHERE コード NOT IN (SELECT 社員コード FROM M担当者)"), 5);
+
+    // Pictures in the shared photo folder: portraits and seals that load.
+    const QStringList photos = QDir(o.root + "/photo/社員").entryList(QDir::Files);
+    const QStringList seals = QDir(o.root + "/photo/社員印").entryList(QDir::Files);
+    EXPECT_GT(photos.size(), 20);
+    EXPECT_GT(seals.size(), 10);
+    EXPECT_TRUE(photos.contains("10002.jpg"));
+    EXPECT_TRUE(photos.contains("10008_2.jpg"));
+    for (const QString& name : photos.mid(0, 3) + seals.mid(0, 3)) {
+        const QString folder = name.endsWith(".png") ? "/photo/社員印/" : "/photo/社員/";
+        const QImage picture(o.root + folder + name);
+        EXPECT_FALSE(picture.isNull()) << name.toStdString();
+    }
 }
 
 TEST_P(SetupTest, ExistingNonEmptyRootIsRefusedAndLeftAlone) {
