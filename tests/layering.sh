@@ -25,12 +25,12 @@ latin=$(grep -rnP 'QLatin1(String|Char)\("[^"]*[^\x00-\x7F]' src tools schema be
 [ -z "$latin" ] || report "non-ASCII text in a Latin-1 string" "$latin"
 
 # Lower layers never include higher ones:
-# platform <- toolkit <- shell <- numbers/access/link/client <- startup/search/staff <- app.
+# platform <- toolkit <- shell <- numbers/access/link/client <- startup/search/staff/report <- app.
 rank() {
     case "$1" in
     platform) echo 0 ;; toolkit) echo 1 ;; shell) echo 2 ;;
     numbers | access | link | client) echo 3 ;;
-    startup | search | staff) echo 4 ;; app) echo 5 ;; *) echo -1 ;;
+    startup | search | staff | report) echo 4 ;; app) echo 5 ;; *) echo -1 ;;
     esac
 }
 upward=""

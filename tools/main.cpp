@@ -1,6 +1,8 @@
 #include "tools/setup.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QTextStream>
 
@@ -34,6 +36,10 @@ int main(int argc, char** argv) {
     const QCommandLineOption demo(QStringLiteral("demo"), QStringLiteral("デモ用の会社データを登録する"));
     const QCommandLineOption program(QStringLiteral("program"), QStringLiteral("prgbin にコピーするプログラム"),
                                      QStringLiteral("FILE"));
+    const QCommandLineOption reportProgram(
+        QStringLiteral("report-program"),
+        QStringLiteral("prgbin に 担当者カード としてコピーする帳票プログラム (既定: --program の隣の 担当者カード)"),
+        QStringLiteral("FILE"));
     const QCommandLineOption pgHost(QStringLiteral("pg-host"), QStringLiteral("業務データベースの PostgreSQL サーバー"),
                                     QStringLiteral("H"));
     const QCommandLineOption pgPort(QStringLiteral("pg-port"), QStringLiteral("ポート (既定 5432)"),
@@ -48,7 +54,8 @@ int main(int argc, char** argv) {
     const QCommandLineOption postcodes(QStringLiteral("postcodes"),
                                        QStringLiteral("郵便番号データ: npm (既定), fixture, またはパッケージの .tgz"),
                                        QStringLiteral("npm|fixture|FILE.tgz"), QStringLiteral("npm"));
-    parser.addOptions({root, demo, program, pgHost, pgPort, pgDatabase, pgUser, pgPassword, dialect, postcodes});
+    parser.addOptions(
+        {root, demo, program, reportProgram, pgHost, pgPort, pgDatabase, pgUser, pgPassword, dialect, postcodes});
 
     if (!parser.parse(QCoreApplication::arguments()))
         return usage(parser, parser.errorText());
@@ -65,6 +72,13 @@ int main(int argc, char** argv) {
     setup::Options options;
     options.root = parser.value(root);
     options.programFile = parser.value(program);
+    options.reportProgramFile = parser.value(reportProgram);
+    // The report program built beside the program goes with it.
+    if (!parser.isSet(reportProgram) && !options.programFile.isEmpty()) {
+        const QFileInfo beside(QFileInfo(options.programFile).dir(), QStringLiteral("担当者カード"));
+        if (beside.isFile())
+            options.reportProgramFile = beside.filePath();
+    }
     options.demo = parser.isSet(demo);
 
     const bool anyServer = parser.isSet(pgHost) || parser.isSet(pgPort) || parser.isSet(pgDatabase) ||

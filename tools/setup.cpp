@@ -90,6 +90,8 @@ private:
         }
         if (!options_.programFile.isEmpty() && !QFileInfo(options_.programFile).isFile())
             return fail(QStringLiteral("プログラムファイルが見つかりません: ") + options_.programFile);
+        if (!options_.reportProgramFile.isEmpty() && !QFileInfo(options_.reportProgramFile).isFile())
+            return fail(QStringLiteral("帳票プログラムファイルが見つかりません: ") + options_.reportProgramFile);
         if (options_.postcodes == Postcodes::File && !QFileInfo(options_.postcodeFile).isFile())
             return fail(QStringLiteral("郵便番号データのファイルが見つかりません: ") + options_.postcodeFile);
         if (options_.postcodes == Postcodes::Npm && !npmAvailable())
@@ -199,6 +201,10 @@ private:
             if (!QFile::copy(options_.programFile, target))
                 return fail(QStringLiteral("プログラムをコピーできません: ") + options_.programFile);
         }
+        // The card starts the report program by this name.
+        if (!options_.reportProgramFile.isEmpty() &&
+            !QFile::copy(options_.reportProgramFile, temp_->filePath(QStringLiteral("prgbin/担当者カード"))))
+            return fail(QStringLiteral("帳票プログラムをコピーできません: ") + options_.reportProgramFile);
         return true;
     }
 

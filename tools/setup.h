@@ -27,6 +27,7 @@ enum class Postcodes {
 struct Options {
     QString root;        // the folder to create; must not exist or be empty
     QString programFile; // built program to copy into prgbin (may be empty)
+    QString reportProgramFile; // built report program, copied into prgbin as 担当者カード (may be empty)
     bool demo = false;
     std::optional<Server> server; // main database on PostgreSQL; else a desktop file
     Postcodes postcodes = Postcodes::Npm;

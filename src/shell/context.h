@@ -247,7 +247,9 @@ struct 画面情報 {
 };
 
 struct Context {
-    Context(os::System& system, ui::Messages& messages, ui::WaitBox& waitBox);
+    // プログラムID names the program of the run; the staff registration program by default.
+    Context(os::System& system, ui::Messages& messages, ui::WaitBox& waitBox,
+            const QString& プログラムID = QStringLiteral("担当者登録"));
     ~Context();
     Context(const Context&) = delete;
     Context& operator=(const Context&) = delete;
@@ -268,7 +270,7 @@ struct Context {
     std::function<bool(Context&)> DBツール登録;
 
     // The name of this program, as the history, the link and the menu know it.
-    const QString プログラムID = QStringLiteral("担当者登録");
+    const QString プログラムID;
 
     フォルダ情報 folders;
     接続情報 conn;

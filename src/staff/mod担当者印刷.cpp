@@ -1,22 +1,18 @@
 #include "staff/mod担当者印刷.h"
 
 #include "shell/modデータ処理.h"
+#include "shell/担当者カード引数.h"
 #include "staff/frm担当者登録.h"
 #include "staff/mod担当者登録.h"
 
 namespace {
-
-// A code left-aligned in its width, padded with blanks.
-QString field(const QString& value, int width) {
-    return value.leftJustified(width, QLatin1Char(' '), true);
-}
 
 // Starts the report program for the record on the card; nothing without a code,
 // and nothing is said when the program cannot be started.
 void start(Context& ctx, const QString& mode) {
     if (空白(ctx.担当者情報.コード))
         return;
-    ctx.desktop->start(ctx.folders.prgbinフォルダ + パス区切り() + QStringLiteral("担当者カード.exe"),
+    ctx.desktop->start(ctx.folders.prgbinフォルダ + パス区切り() + 担当者カードプログラム名(),
                        {担当者カード引数(ctx, mode)});
 }
 
@@ -32,10 +28,16 @@ void ask(Context& ctx, const QString& question, void (*routine)(Context&)) {
 
 QString 担当者カード引数(const Context& ctx, const QString& モード) {
     const 担当者情報型& r = ctx.担当者情報;
-    return ctx.run.操作事業所コード + モード + field(r.事業所コード, 3) + field(r.事業所コード, 3) +
-           QStringLiteral("000") + QStringLiteral("999") + QStringLiteral("000") + QStringLiteral("999") +
-           QStringLiteral("00") + QStringLiteral("99") + field(r.コード, 5) + field(r.コード, 5) +
-           QString::number(r.在籍区分) + QString::number(r.社員区分);
+    担当者カード条件 条件;
+    条件.操作事業所コード = ctx.run.操作事業所コード;
+    条件.モード = モード;
+    条件.事業所コード自 = r.事業所コード;
+    条件.事業所コード至 = r.事業所コード;
+    条件.担当者コード自 = r.コード;
+    条件.担当者コード至 = r.コード;
+    条件.在籍区分 = QString::number(r.在籍区分);
+    条件.社員区分 = QString::number(r.社員区分);
+    return 担当者カード引数make(条件);
 }
 
 void 担当者カード印刷(Context& ctx) {

@@ -18,7 +18,7 @@ TEST_P(Printing, PrintAsksAndStartsTheReportProgramWithItsFields) {
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("印刷しますか?")});
     // Office of the run, mode, office from-to, the fixed pairs, staff from-to, the two classes.
     EXPECT_EQ(tree->desktop.started,
-              QStringList{tree->path(QStringLiteral("prgbin/担当者カード.exe")) +
+              QStringList{tree->path(QStringLiteral("prgbin/担当者カード")) +
                           QStringLiteral("|00000000000009990009990099000010000101")});
 }
 

@@ -80,7 +80,11 @@ TestInstallation::~TestInstallation() {
 }
 
 Context& TestInstallation::newContext() {
-    ctx_ = std::make_unique<Context>(sys, messages, waitBox);
+    return newContext(QStringLiteral("担当者登録"));
+}
+
+Context& TestInstallation::newContext(const QString& プログラムID) {
+    ctx_ = std::make_unique<Context>(sys, messages, waitBox, プログラムID);
     ctx_->desktop = &desktop;
     ctx_->dialogs = &dialogs;
     ctx_->registry = &registry;

@@ -32,6 +32,8 @@ public:
 
     // A new program context on this tree (fresh shared state, same seams).
     Context& newContext();
+    // The same for another program of the suite, named in the run history.
+    Context& newContext(const QString& プログラムID);
     Context& ctx() { return *ctx_; }
     FakeSystem sys;
     RecordingMessages messages;

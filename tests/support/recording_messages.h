@@ -53,12 +53,14 @@ class RecordingDesktop : public ui::Desktop {
 public:
     QStringList opened;  // "path|working folder"
     QStringList started; // "program|arguments"
+    QList<QStringList> startedArguments; // the arguments of each start, one by one
     bool open(const QString& pathOrLink, const QString& workingFolder) override {
         opened.append(pathOrLink + QLatin1Char('|') + workingFolder);
         return true;
     }
     bool start(const QString& program, const QStringList& arguments) override {
         started.append(program + QLatin1Char('|') + arguments.join(QLatin1Char(' ')));
+        startedArguments.append(arguments);
         return true;
     }
 };
