@@ -232,9 +232,13 @@ void ReportList::beginFill() {
     sortingWhileFilling_ = isSortingEnabled();
     setSortingEnabled(false);
     setUpdatesEnabled(false);
+    filling_ = true;
 }
 
 void ReportList::endFill() {
+    filling_ = false;
+    addTopLevelItems(pending_);
+    pending_.clear();
     setUpdatesEnabled(true);
     if (sortingWhileFilling_)
         setSortingEnabled(true); // sorts the rows in hand by the sort key and order
@@ -243,7 +247,10 @@ void ReportList::endFill() {
 QTreeWidgetItem* ReportList::addItem(const QString& text, const QString& key, const QStringList& subItems) {
     auto* item = new QTreeWidgetItem(QStringList{text} + subItems);
     item->setData(0, Qt::UserRole, key);
-    addTopLevelItem(item);
+    if (filling_)
+        pending_.append(item);
+    else
+        addTopLevelItem(item);
     return item;
 }
 

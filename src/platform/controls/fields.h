@@ -122,10 +122,12 @@ public:
     explicit ReportList(QWidget* parent = nullptr);
     // Headers and widths in twips (15 twips a pixel).
     void setColumns(const QList<QPair<QString, int>>& columns);
-    // Around the adding of many items: sorting and painting wait for the end.
+    // Around the adding of many items: sorting and painting wait for the end,
+    // and the items join the list together there.
     void beginFill();
     void endFill();
     // Adds an item: its text, its key, the texts of its further columns.
+    // Between beginFill and endFill it is in the list only after endFill.
     QTreeWidgetItem* addItem(const QString& text, const QString& key, const QStringList& subItems = {});
     static QString key(const QTreeWidgetItem* item);
     QTreeWidgetItem* findKey(const QString& key) const;
@@ -138,6 +140,8 @@ private:
     int sortKey_ = 0;
     Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
     bool sortingWhileFilling_ = false;
+    bool filling_ = false;
+    QList<QTreeWidgetItem*> pending_;
 };
 
 // Twips to pixels: 15 twips a pixel.
