@@ -346,9 +346,7 @@ void 担当者登録load(Context& ctx, frm担当者登録& f) {
     ctx.主画面 = &f;
     // The height follows the status line at the bottom, with the margin of the system's frame.
     f.adjustSize();
-    const int margin = Windows版get() == 0 ? 420 : Windows版get() == 1 ? 440 : 380;
-    f.resize(f.お知らせ->width() + controls::twips(90),
-             f.お知らせ->geometry().bottom() + controls::twips(margin));
+    f.resize(画面枠get(Windows版get(), f.お知らせ->geometry()));
     f.setWindowTitle(QStringLiteral("担当者登録") + QStringLiteral("（") + ctx.company.名称 + QStringLiteral("）"));
     f.カナ姓->follow(f.姓);
     f.カナ名->follow(f.名);

@@ -63,6 +63,23 @@ void 項目focus(const controls::TabTable& form, QWidget* control) {
 // -1, which gives the screen the height margin of 380 twips.
 short Windows版get() { return -1; }
 
+short Windows版判定(bool 取得済, int major, int minor) {
+    if (!取得済)
+        return 0;
+    if (major == 6) {
+        if (minor == 0 || minor == 1)
+            return 0;
+        if (minor == 2)
+            return 1;
+    }
+    return -1;
+}
+
+QSize 画面枠get(short 版, const QRect& お知らせ) {
+    const int margin = 版 == 0 ? 420 : 版 == 1 ? 440 : 380;
+    return QSize(お知らせ.width() + controls::twips(90), お知らせ.top() + お知らせ.height() + controls::twips(margin));
+}
+
 void 画面解像度get(short& 画面幅, short& 画面高) {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const QSize size = screen ? screen->size() : QSize(0, 0);

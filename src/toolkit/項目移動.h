@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QRect>
+#include <QSize>
+
 class QWidget;
 
 namespace controls {
@@ -26,6 +29,16 @@ void 項目focus(const controls::TabTable& form, QWidget* control);
 // The version class of the running system for the screen's height margin:
 // always -1 on this platform.
 short Windows版get();
+
+// The version class of a system version: -1 for major version 5, 0 for 6.0
+// and 6.1, 1 for 6.2, -1 for any other version; 0 when the version could not
+// be read (取得済 false).
+short Windows版判定(bool 取得済, int major, int minor);
+
+// The size in pixels of a form whose status line stands at the bottom with the
+// given geometry: the line's width plus 90 twips, and its top and height plus
+// the margin of the version class, 380 twips for -1, 420 for 0, 440 for 1.
+QSize 画面枠get(short 版, const QRect& お知らせ);
 
 // The size of the primary screen in pixels; 0 and 0 without a screen.
 void 画面解像度get(short& 画面幅, short& 画面高);

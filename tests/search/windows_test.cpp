@@ -135,6 +135,37 @@ TEST_P(SearchWindows, PostcodeByCtrlKeyFillsTheAddressAndMovesToIt) {
     EXPECT_EQ(focused(), QStringLiteral("住所A"));
 }
 
+TEST_P(SearchWindows, PostcodeByCtrlKeyOpensOnTheEmptyCardAndTheChoiceStopsAtTheGate) {
+    start();
+    ASSERT_EQ(form->コード->text(), QString());
+    ASSERT_FALSE(form->tab_詳細->isEnabled());
+    // The focus away from the code, on the last button of the card.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(focused(), QStringLiteral("btn_終了"));
+    bool shown = false;
+    whenShown<wnd郵便番号一覧>([&](wnd郵便番号一覧& w) {
+        shown = true;
+        EXPECT_FALSE(form->isEnabled());
+        w.List郵便番号->setCurrentItem(item(w.List郵便番号, QStringLiteral("100-0005")));
+        QTest::keyClick(w.List郵便番号, Qt::Key_Return);
+    });
+    // The Ctrl key has no gate of its own: the list opens with the code empty.
+    QTest::keyClick(form->郵便番号, Qt::Key_Control);
+    EXPECT_TRUE(shown);
+    EXPECT_TRUE(form->isEnabled());
+    // The postcode's own rules stand behind the gate of the code: the focus is at
+    // the code, and nothing was looked up or taken into the card.
+    EXPECT_EQ(focused(), QStringLiteral("コード"));
+    EXPECT_EQ(form->住所A->text(), QString());
+    EXPECT_EQ(form->お知らせ->text(), QString());
+    EXPECT_FALSE(ctx().screen.入力フラグ);
+    // Once a code is typed, the card shows its own postcode again.
+    type(form->コード, QStringLiteral("1"));
+    tab();
+    ASSERT_EQ(form->コード->text(), QStringLiteral("00001"));
+    EXPECT_EQ(form->郵便番号->postcode(), QString());
+}
+
 TEST_P(SearchWindows, DoubleClickGatesStopAndOpenNothing) {
     start();
     readExisting();

@@ -1,8 +1,13 @@
 // The program link: a request of another program taken at the start and the
 // answer written at the end.
 
+#include "platform/db/connection.h"
+#include "platform/db/recordset.h"
 #include "shell/modデータ処理.h"
 #include "support/installation.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +55,60 @@ TEST_F(Link, RequestOfTheLastMinuteIsTakenAndAnsweredAtTheEnd) {
                               "20261121 093500|受注入力|担当者登録|20261121 093500|99|00100012|00013|000||tanaka")});
     // The end row of the run is written after the answer, on the reopened connection.
     EXPECT_TRUE(tree.history().last().endsWith(QStringLiteral("|終了")));
+    EXPECT_FALSE(tree.ctx().conn.環境DB接続中);
+}
+
+TEST_F(Link, TheEndRowFollowsTheAnswerOnTheConnectionOpenedAfterIt) {
+    request("20261121 092930", "00100012");
+    連携受信read(tree.ctx(), QStringLiteral("00100012"), stamp());
+    ASSERT_EQ(tree.ctx().link.起動連携情報, QStringLiteral("00100012"));
+    // The configuration folder moves while the run goes on: a connection opened
+    // from now on reaches the copy, the one still open the first file.
+    const QString moved = tree.path(QStringLiteral("conf2"));
+    ASSERT_TRUE(QDir().mkpath(moved));
+    ASSERT_TRUE(QFile::copy(tree.configFile(), moved + QStringLiteral("/usrcnfg.accdb")));
+    tree.ctx().folders.confフォルダ = moved;
+    // Each reading of the clock moves it on: the stamps tell the order of the rows.
+    tree.sys.advance = true;
+    tree.ctx().link.終了連携情報 = QStringLiteral("00013");
+    データ処理term(tree.ctx());
+
+    const auto rowsOf = [](const QString& file, const QString& sql, const QStringList& columns) {
+        db::Connection cn;
+        QStringList out;
+        if (!cn.open(QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") + file +
+                     QStringLiteral(";")))
+            return QStringList{QStringLiteral("cannot open ") + file};
+        db::Recordset rs;
+        if (!rs.open(sql, cn))
+            return out;
+        for (; !rs.eof(); rs.moveNext()) {
+            QStringList row;
+            for (const QString& c : columns)
+                row.append(rs.field(c).text());
+            out.append(row.join(QLatin1Char('|')));
+        }
+        return out;
+    };
+    const QString answers = QStringLiteral("SELECT 発信日時, 連携区分 FROM プログラム連携情報 WHERE 連携区分 = '99'");
+    const QString ends = QStringLiteral("SELECT 実行日付, 摘要 FROM プログラム稼動履歴 WHERE 摘要 = '終了'");
+    const QStringList answerColumns{QStringLiteral("発信日時"), QStringLiteral("連携区分")};
+    const QStringList endColumns{QStringLiteral("実行日付"), QStringLiteral("摘要")};
+    const QString first = tree.configFile();
+    const QString second = moved + QStringLiteral("/usrcnfg.accdb");
+
+    // The answer went through the connection the run had open ...
+    const QStringList answer = rowsOf(first, answers, answerColumns);
+    ASSERT_EQ(answer.size(), 1) << answer.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(rowsOf(second, answers, answerColumns).isEmpty());
+    // ... and the end row through the one opened after it.
+    const QStringList end = rowsOf(second, ends, endColumns);
+    ASSERT_EQ(end.size(), 1) << end.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(rowsOf(first, ends, endColumns).isEmpty());
+    const QString answeredAt = answer.first().section(QLatin1Char('|'), 0, 0);
+    const QString endedAt = end.first().section(QLatin1Char('|'), 0, 0);
+    EXPECT_EQ(answeredAt, QStringLiteral("20261121 093000"));
+    EXPECT_GT(endedAt, answeredAt);
     EXPECT_FALSE(tree.ctx().conn.環境DB接続中);
 }
 

@@ -22,7 +22,7 @@ TEST_P(Deleting, TheQuestionDefaultsToNoAndEnterOnItKeepsTheRow) {
     EXPECT_EQ(tree->messages.shown.first().text, kDeleteQuestion);
     EXPECT_EQ(tree->messages.shown.first().buttons, ui::Buttons::YesNo);
     EXPECT_EQ(tree->messages.shown.first().defaultButton, 2);
-    EXPECT_EQ(codes(), QStringList{QStringLiteral("00001")});
+    EXPECT_EQ(codes(), (QStringList{QStringLiteral("00001"), operatorCode()}));
     EXPECT_EQ(count(QStringLiteral("L担当者")), 0);
     EXPECT_EQ(form->氏名->text(), QStringLiteral("山田 太郎"));
     // Back to the field left for the button.
@@ -38,7 +38,7 @@ TEST_P(Deleting, YesRemovesTheRowLeavesARedRowAndClearsTheCard) {
     tree->messages.answers = {ui::Answer::Yes};
     QTest::mouseClick(form->btn_削除, Qt::LeftButton);
     EXPECT_EQ(tree->messages.texts(), QStringList{kDeleteQuestion});
-    EXPECT_TRUE(codes().isEmpty());
+    EXPECT_EQ(codes(), QStringList{operatorCode()});
     EXPECT_TRUE(inHistory(QStringLiteral("DELETE FROM M担当者 WHERE コード = '00001'")));
     const QStringList log = rows(QStringLiteral("SELECT * FROM L担当者"),
                                  {QStringLiteral("赤黒区分"), QStringLiteral("コード"), QStringLiteral("氏名"),
@@ -55,6 +55,40 @@ TEST_P(Deleting, YesRemovesTheRowLeavesARedRowAndClearsTheCard) {
     EXPECT_EQ(focused(), QStringLiteral("コード"));
 }
 
+TEST_P(Deleting, ALeftEnabledButtonOnTheEmptyCardAsksThenFindsNoRowAndClears) {
+    start();
+    ASSERT_EQ(ctx().op.操作担当者コード, operatorCode());
+    readExisting();
+    ASSERT_TRUE(form->btn_削除->isEnabled());
+    // Clear keeps the buttons as they were: the delete stays enabled on the empty card.
+    QTest::mouseClick(form->btn_画面クリア, Qt::LeftButton);
+    ASSERT_EQ(form->コード->text(), QString());
+    ASSERT_TRUE(form->btn_削除->isEnabled());
+    const qsizetype historyBefore = tree->history().size();
+    tree->messages.answers = {ui::Answer::Yes};
+    QTest::mouseClick(form->btn_削除, Qt::LeftButton);
+    // No table holds the empty code: the question comes, with No as its default.
+    ASSERT_EQ(tree->messages.shown.size(), 1);
+    EXPECT_EQ(tree->messages.shown.first().text, kDeleteQuestion);
+    EXPECT_EQ(tree->messages.shown.first().buttons, ui::Buttons::YesNo);
+    EXPECT_EQ(tree->messages.shown.first().defaultButton, 2);
+    // No row to log and none deleted; the statement ran all the same, and only it.
+    EXPECT_EQ(count(QStringLiteral("L担当者")), 0);
+    EXPECT_EQ(codes(), (QStringList{QStringLiteral("00001"), operatorCode()}));
+    const QStringList after = tree->history().mid(historyBefore);
+    ASSERT_EQ(after.size(), 1) << after.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(after.first().endsWith(QStringLiteral("|出力終了 DELETE FROM M担当者 WHERE コード = ''''")))
+        << after.first().toStdString();
+    // The result 7 clears the card: the notice empty, the focus on the code.
+    EXPECT_EQ(ctx().screen.処理結果区分, 7);
+    EXPECT_EQ(form->お知らせ->text(), QString());
+    EXPECT_EQ(form->コード->text(), QString());
+    EXPECT_TRUE(ctx().screen.新規フラグ);
+    EXPECT_FALSE(ctx().screen.入力フラグ);
+    EXPECT_FALSE(form->tab_詳細->isEnabled());
+    EXPECT_EQ(focused(), QStringLiteral("コード"));
+}
+
 TEST_P(Deleting, ThePhotosOfTheCodeAndTheSealGoWithTheRow) {
     start();
     ASSERT_TRUE(tree->mainExecute(QStringLiteral("UPDATE M担当者 SET 担当者印file = '00001.png'")));
@@ -64,7 +98,7 @@ TEST_P(Deleting, ThePhotosOfTheCodeAndTheSealGoWithTheRow) {
     readExisting();
     tree->messages.answers = {ui::Answer::Yes};
     QTest::mouseClick(form->btn_削除, Qt::LeftButton);
-    ASSERT_TRUE(codes().isEmpty());
+    ASSERT_EQ(codes(), QStringList{operatorCode()});
     EXPECT_FALSE(QFile::exists(photoPath(QStringLiteral("担当者/00001.jpg"))));
     EXPECT_FALSE(QFile::exists(photoPath(QStringLiteral("担当者/00001_001.jpg"))));
     EXPECT_FALSE(QFile::exists(photoPath(QStringLiteral("担当者印/00001.png"))));
@@ -83,8 +117,8 @@ TEST_P(Deleting, AFailingDeleteKeepsTheRowAndPhotosButTheSealFileGoes) {
     ASSERT_TRUE(tree->mainExecute(QStringLiteral("ALTER TABLE M担当者 RENAME TO M担当者旧")));
     tree->messages.answers = {ui::Answer::Yes};
     QTest::mouseClick(form->btn_削除, Qt::LeftButton);
-    EXPECT_EQ(rows(QStringLiteral("SELECT コード FROM M担当者旧"), {QStringLiteral("コード")}),
-              QStringList{QStringLiteral("00001")});
+    EXPECT_EQ(rows(QStringLiteral("SELECT コード FROM M担当者旧 ORDER BY コード"), {QStringLiteral("コード")}),
+              (QStringList{QStringLiteral("00001"), operatorCode()}));
     EXPECT_EQ(form->お知らせ->text(), QStringLiteral("既に削除されています。削除できませんでした。"));
     EXPECT_EQ(form->コード->text(), QStringLiteral("00001"));
     EXPECT_EQ(focused(), QStringLiteral("姓"));
@@ -106,7 +140,7 @@ TEST_P(Deleting, ACodeInUseReportsTheFirstTableOfTheListAndIsNotDeleted) {
               QStringLiteral("削除できません。") + QChar(13) + QStringLiteral("情報として使用されています。"));
     EXPECT_EQ(tree->messages.shown.first().buttons, ui::Buttons::Ok);
     EXPECT_EQ(form->お知らせ->text(), QStringLiteral("営業見積に登録されています。"));
-    EXPECT_EQ(codes(), QStringList{QStringLiteral("00001")});
+    EXPECT_EQ(codes(), (QStringList{QStringLiteral("00001"), operatorCode()}));
     EXPECT_EQ(focused(), QStringLiteral("btn_削除"));
 }
 
@@ -137,7 +171,7 @@ TEST_P(Deleting, AGateGivenUpShowsNoRightAndDeletesNothing) {
     QTest::mouseClick(form->btn_削除, Qt::LeftButton);
     EXPECT_TRUE(dialogShown);
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("操作権限がありません。")});
-    EXPECT_EQ(codes(), QStringList{QStringLiteral("00001")});
+    EXPECT_EQ(codes(), (QStringList{QStringLiteral("00001"), operatorCode()}));
     // The card's focus, for when it is active again after the dialog.
     ASSERT_NE(form->focusWidget(), nullptr);
     EXPECT_EQ(form->focusWidget()->objectName(), QStringLiteral("姓"));
@@ -149,7 +183,7 @@ TEST_P(Deleting, StartedForOneRecordASuccessfulDeleteEndsTheProgram) {
     tree->messages.answers = {ui::Answer::Yes};
     ASSERT_TRUE(form->btn_削除->isEnabled());
     EXPECT_THROW(QTest::mouseClick(form->btn_削除, Qt::LeftButton), ProcessEnded);
-    EXPECT_TRUE(codes().isEmpty());
+    EXPECT_EQ(codes(), QStringList{operatorCode()});
     EXPECT_TRUE(tree->history().last().endsWith(QStringLiteral("|終了")));
 }
 

@@ -81,16 +81,50 @@ TEST_P(Navigation, OnTheLastCodeOfAnOfficeNextStaysEmptiesTheNoticeAndFocusesThe
 }
 
 TEST_P(Navigation, WithChangesAndNoNeighbourNoQuestionIsAsked) {
+    // The one staff member of the office: no neighbour either way.
+    addStaff(QStringLiteral("00002"), QStringLiteral("001"), QStringLiteral("鈴木"));
     start();
-    ctx().run.操作事業所コード = QStringLiteral("000");
-    readExisting();
-    change姓(QStringLiteral("山下"));
+    ctx().run.操作事業所コード = QStringLiteral("001");
+    type(form->コード, QStringLiteral("2"));
+    tab();
+    change姓(QStringLiteral("鈴川"));
     ASSERT_TRUE(ctx().screen.入力フラグ);
     QTest::mouseClick(form->btn_前進, Qt::LeftButton);
     QTest::mouseClick(form->btn_後退, Qt::LeftButton);
     EXPECT_TRUE(tree->messages.shown.isEmpty());
-    EXPECT_EQ(form->姓->text(), QStringLiteral("山下"));
+    EXPECT_EQ(form->コード->text(), QStringLiteral("00002"));
+    EXPECT_EQ(form->姓->text(), QStringLiteral("鈴川"));
     EXPECT_TRUE(ctx().screen.入力フラグ);
+}
+
+TEST_P(Navigation, CodesThatAreNotNumbersWalkInTheOrderOfTheirText) {
+    // As text 00010 < 0001A < ABCDE, while 0001A read as a number would be 1.
+    addStaff(QStringLiteral("0001A"), QStringLiteral("000"), QStringLiteral("英字"));
+    addStaff(QStringLiteral("00010"), QStringLiteral("000"), QStringLiteral("十番"));
+    addStaff(QStringLiteral("ABCDE"), QStringLiteral("000"), QStringLiteral("大文字"));
+    start();
+    ctx().run.操作事業所コード = QStringLiteral("000");
+    type(form->コード, QStringLiteral("10"));
+    tab();
+    ASSERT_EQ(form->氏名->text(), QStringLiteral("十番 花子"));
+    QTest::mouseClick(form->btn_前進, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), QStringLiteral("0001A"));
+    EXPECT_EQ(form->氏名->text(), QStringLiteral("英字 花子"));
+    EXPECT_FALSE(ctx().screen.新規フラグ);
+    QTest::mouseClick(form->btn_前進, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), QStringLiteral("ABCDE"));
+    EXPECT_EQ(form->氏名->text(), QStringLiteral("大文字 花子"));
+    // Nothing sorts after it.
+    QTest::mouseClick(form->btn_前進, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), QStringLiteral("ABCDE"));
+    QTest::mouseClick(form->btn_後退, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), QStringLiteral("0001A"));
+    QTest::mouseClick(form->btn_後退, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), QStringLiteral("00010"));
+    EXPECT_EQ(form->氏名->text(), QStringLiteral("十番 花子"));
+    QTest::mouseClick(form->btn_後退, Qt::LeftButton);
+    EXPECT_EQ(form->コード->text(), operatorCode());
+    EXPECT_TRUE(tree->messages.shown.isEmpty());
 }
 
 TEST_P(Navigation, NoToTheQuestionKeepsTheRecordAndStillEmptiesTheNotice) {
@@ -156,6 +190,19 @@ TEST_P(Navigation, TheNewCodeIsTheHighestPlusOneOverAllOfficesAndKeepsTheOtherFi
     EXPECT_EQ(form->部門名->text(), QStringLiteral("営業部"));
     EXPECT_TRUE(ctx().screen.新規フラグ);
     EXPECT_EQ(form->お知らせ->text(), QString());
+}
+
+TEST_P(Navigation, TheNewCodeIsTheNumberOfTheHighestCodeUpTo99999PlusOne) {
+    // ABCDE sorts above 99999 and is not read; 0009A is the highest code below,
+    // and its number is 9.
+    addStaff(QStringLiteral("ABCDE"), QStringLiteral("000"), QStringLiteral("大文字"));
+    addStaff(QStringLiteral("0009A"), QStringLiteral("000"), QStringLiteral("英字"));
+    start();
+    QTest::mouseClick(form->btn_最新コード, Qt::LeftButton);
+    EXPECT_TRUE(tree->messages.shown.isEmpty());
+    EXPECT_EQ(form->コード->text(), QStringLiteral("00010"));
+    EXPECT_TRUE(ctx().screen.新規フラグ);
+    EXPECT_EQ(focused(), QStringLiteral("コード"));
 }
 
 TEST_P(Navigation, WithTheHighestCodeInUseTheCodeIsLeftEmptyAndTheRestAsItWas) {

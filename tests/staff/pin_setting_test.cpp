@@ -4,6 +4,8 @@
 
 #include "shell/暗証番号.h"
 
+#include <algorithm>
+
 using testdb::Engine;
 
 namespace {
@@ -113,7 +115,18 @@ TEST_P(PinSetting, ANewPinEqualToTheOldOneIsToldButCanStillBeSet) {
         QTest::mouseClick(f.btn_設定, Qt::LeftButton);
     });
     EXPECT_FALSE(driver.leftOpen);
-    EXPECT_EQ(暗証番号decode(ctx(), storedPin()), QStringLiteral("ABCD"));
+    const QString stored = storedPin();
+    EXPECT_EQ(暗証番号decode(ctx(), stored), QStringLiteral("ABCD"));
+    // The same PIN is written all the same: its UPDATE stands in the run history, once.
+    const QString update =
+        QStringLiteral("UPDATE M担当者 SET  暗証番号 = '") + stored + QStringLiteral("' WHERE コード = '00001'");
+    EXPECT_TRUE(inHistory(update)) << update.toStdString();
+    const QStringList history = tree->history();
+    EXPECT_EQ(
+        std::count_if(history.begin(), history.end(),
+                      [](const QString& row) { return row.contains(QStringLiteral("|出力終了 UPDATE M担当者 SET ")); }),
+        1);
+    EXPECT_EQ(count(QStringLiteral("L担当者")), 0);
 }
 
 TEST_P(PinSetting, ALowerCaseConfirmationOfAnUpperCasePinIsRefused) {

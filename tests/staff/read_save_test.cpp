@@ -192,6 +192,33 @@ TEST_P(ReadAndSave, AQuoteInTheSurnameIsDoubledInTheStatement) {
     EXPECT_TRUE(update->contains(QStringLiteral(",姓 = ''O''''Hara''")));
 }
 
+TEST_P(ReadAndSave, WithoutThePersonnelLinkTheEmployeeCodeOfTheRowPassesThroughTheSave) {
+    ASSERT_TRUE(tree->mainExecute(QStringLiteral("UPDATE M担当者 SET 社員コード = '00123' WHERE コード = '00001'")));
+    start();
+    ASSERT_FALSE(ctx().人事連携フラグ);
+    readExisting();
+    EXPECT_TRUE(form->社員コード->isHidden());
+    EXPECT_TRUE(form->btn_社員コード->isHidden());
+    type(form->姓, QStringLiteral("山下"));
+    tab();
+    tree->messages.answers = {ui::Answer::Yes};
+    QTest::mouseClick(form->btn_登録, Qt::LeftButton);
+    ASSERT_EQ(tree->messages.texts(), QStringList{QStringLiteral("修正しますか")});
+    EXPECT_EQ(rows(QStringLiteral("SELECT 姓, 社員コード FROM M担当者 WHERE コード = '00001'"),
+                   {QStringLiteral("姓"), QStringLiteral("社員コード")}),
+              QStringList{QStringLiteral("山下|00123")});
+    const QStringList history = tree->history();
+    const auto update = std::find_if(history.begin(), history.end(), [](const QString& row) {
+        return row.contains(QStringLiteral("|出力終了 UPDATE M担当者 SET"));
+    });
+    ASSERT_NE(update, history.end());
+    EXPECT_TRUE(update->contains(QStringLiteral(",社員コード = ''00123''"))) << update->toStdString();
+    // Both log rows carry it: the red one from the row, the black one from the card.
+    EXPECT_EQ(rows(QStringLiteral("SELECT 赤黒区分, 社員コード FROM L担当者 ORDER BY 保守履歴No"),
+                   {QStringLiteral("赤黒区分"), QStringLiteral("社員コード")}),
+              (QStringList{QStringLiteral("0|00123"), QStringLiteral("1|00123")}));
+}
+
 TEST_P(ReadAndSave, AQuoteInTheTelephoneIsNotDoubledAndTheFailureIsReported) {
     start();
     type(form->コード, QStringLiteral("60"));
@@ -298,7 +325,7 @@ TEST_P(ReadAndSave, AnUpdateOfARowDeletedMeanwhileWritesNoRedRow) {
     // The UPDATE touched nothing and counts as done: the black row follows.
     EXPECT_EQ(form->お知らせ->text(), QString());
     EXPECT_EQ(form->コード->text(), QString());
-    EXPECT_EQ(count(QStringLiteral("M担当者")), 0);
+    EXPECT_EQ(count(QStringLiteral("M担当者 WHERE コード = '00001'")), 0);
     EXPECT_EQ(rows(QStringLiteral("SELECT * FROM L担当者"), kLogColumns),
               QStringList{QStringLiteral("000|00000002|1|00001|山下|20261121 093000")});
 }

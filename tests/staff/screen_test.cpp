@@ -12,7 +12,7 @@ using StaffScreen = StaffFixture;
 TEST_P(StaffScreen, EveryControlOfTheCardIsThereWithItsCaption) {
     start();
     const QList<std::pair<const char*, const char*>> captions{
-        {"prg_ttl", "担当者登録(全社)"}, {"manualpanel", "Manual"},        {"btn_担当者コード", "コード"},
+        {"prg_ttl", "担当者登録(全社)「佐藤 一郎」"}, {"manualpanel", "Manual"}, {"btn_担当者コード", "コード"},
         {"btn_最新コード", "最新コード"}, {"btn_前進", "次の担当者"},     {"btn_後退", "前の担当者"},
         {"btn_画面クリア", "画面クリア"}, {"btn_登録", "登録"},           {"btn_削除", "削除"},
         {"btn_終了", "終了"},             {"btn_印刷", "印刷"},           {"btn_プレビュ", "プレビュ"},
@@ -174,6 +174,24 @@ TEST_P(StaffScreen, PinFieldOnlyOnTheHeadOffice) {
     start();
     EXPECT_TRUE(form->暗証番号->isHidden());
     EXPECT_TRUE(form->itm_ttl_暗証番号->isHidden());
+}
+
+TEST_P(StaffScreen, TheEmployeeCodeAndItsButtonShowOnlyWithThePersonnelLink) {
+    start();
+    ASSERT_FALSE(ctx().人事連携フラグ);
+    EXPECT_TRUE(form->社員コード->isHidden());
+    EXPECT_TRUE(form->btn_社員コード->isHidden());
+    // Still hidden with a record on the card.
+    readExisting();
+    EXPECT_TRUE(form->社員コード->isHidden());
+    EXPECT_TRUE(form->btn_社員コード->isHidden());
+    // A run with the link shows them.
+    form.reset();
+    tree->newContext();
+    ctx().人事連携フラグ = true;
+    start();
+    EXPECT_FALSE(form->社員コード->isHidden());
+    EXPECT_FALSE(form->btn_社員コード->isHidden());
 }
 
 TEST_P(StaffScreen, StartedWithACodeThatDoesNotExistComesUpEmpty) {

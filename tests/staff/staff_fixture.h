@@ -2,7 +2,8 @@
 
 // The staff card on an installation tree, driven as its user drives it:
 // typed keys, tabs and clicks, with the message boxes answered through the seam.
-// Staff 00001 is on file before each test.
+// Staff 00001 is on file before each test, and staff 00006 is the operator
+// whom the start-up remembers.
 
 #include "shell/modデータ処理.h"
 #include "staff/frm担当者登録.h"
@@ -33,6 +34,20 @@ protected:
             "INSERT INTO M担当者 (コード,姓,名,氏名,カナ姓,カナ名,カナ,性別区分,生年月日,事業所コード,部門コード,"
             "セクションコード,役職コード,在籍区分,社員区分,入社日付,EMAIL) VALUES ('00001','山田','太郎','山田 太郎',"
             "'ﾔﾏﾀﾞ','ﾀﾛｳ','ﾔﾏﾀﾞ ﾀﾛｳ','1','19800115','000','003','003','05','0','1','20030401','yamada@example.jp')")));
+        // The operator the start-up remembers: staff 00006 of the head office,
+        // a row as the card saves one, with the class flags "1" of a new record,
+        // so that where PINs are asked for a gate still asks.
+        QStringList flags;
+        for (int i = 0; i < 10; ++i)
+            flags << QStringLiteral("処理分類%1操作許可").arg(i);
+        ASSERT_TRUE(tree->mainExecute(
+            QStringLiteral(
+                "INSERT INTO M担当者 (コード,姓,名,氏名,事業所コード,部門コード,セクションコード,役職コード,"
+                "在籍区分,社員区分,%1) VALUES ('%2','佐藤','一郎','佐藤 一郎','000','003','003','05','0','1',%3)")
+                .arg(flags.join(QLatin1Char(',')), operatorCode(),
+                     QStringList(10, QStringLiteral("'1'")).join(QLatin1Char(',')))));
+        ASSERT_TRUE(tree->configExecute(QStringLiteral("UPDATE 動作環境定義 SET 起動担当者コード = '") +
+                                        operatorCode() + QStringLiteral("' WHERE 動作環境定義ID = '001'")));
     }
     void TearDown() override {
         form.reset();
@@ -40,6 +55,9 @@ protected:
     }
 
     Context& ctx() { return tree->ctx(); }
+
+    // The staff code of the remembered operator.
+    static QString operatorCode() { return QStringLiteral("00006"); }
 
     // Starts the program's context and shows the card, as the start-up does.
     void start(const QString& line = QString()) {

@@ -109,6 +109,25 @@ TEST_P(年号日付, WesternRowGivesCodeZeroAndFourDigitYear) {
     EXPECT_EQ(year, q("1868"));
 }
 
+TEST_P(年号日付, AnEraYearOfZeroOrLessIsWesternWithTheFourDigitYear) {
+    // A first day that sorts before the date but reads as a later year: its
+    // year is 202, while the text sorts before every date of digits.
+    insertEra("'5', '令和', '+2020501'");
+    short era = -1;
+    QString year;
+    ASSERT_TRUE(年号日付conv(opener(), q("02020101"), era, year));
+    EXPECT_EQ(era, 5);
+    EXPECT_EQ(year, q("01"));
+    ASSERT_TRUE(年号日付conv(opener(), q("02011231"), era, year)); // era year 0
+    EXPECT_EQ(era, 0);
+    EXPECT_EQ(year, q("0201"));
+    era = -1;
+    ASSERT_TRUE(年号日付conv(opener(), q("01500101"), era, year)); // era year -51
+    EXPECT_EQ(era, 0);
+    EXPECT_EQ(year, q("0150"));
+    EXPECT_EQ(statements_.size(), 3);
+}
+
 TEST_P(年号日付, MalformedDatesAreFalseWithoutAStatement) {
     seedEras();
     short era = -1;
