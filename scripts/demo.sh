@@ -19,11 +19,15 @@ bash "$repo/scripts/build.sh"
 
 program_name="担当者登録"
 built_program="$build/src/app/$program_name"
+# The report program of the staff card, built beside the program.
+report_name="担当者カード"
+built_report="$build/src/app/$report_name"
 setup_tool="$build/tools/staff-setup"
 demo="./demo"
 program="$demo/prgbin/$program_name"
+report="$demo/prgbin/$report_name"
 
-for f in "$built_program" "$setup_tool"; do
+for f in "$built_program" "$built_report" "$setup_tool"; do
     if [ ! -x "$f" ]; then
         say "the build did not produce $f" >&2
         exit 1
@@ -33,15 +37,17 @@ done
 if [ ! -e "$demo" ]; then
     say "setting up the demo installation in $repo/demo"
     # Without network the tool uses its small built-in postcode set.
-    if ! "$setup_tool" --root "$demo" --demo --program "$built_program" --postcodes npm; then
+    if ! "$setup_tool" --root "$demo" --demo --program "$built_program" --report-program "$built_report" \
+        --postcodes npm; then
         say "staff-setup failed; removing the half-made $demo" >&2
         rm -rf "$demo"
         exit 1
     fi
 elif [ -e "$program" ] && ! [ "$built_program" -ef "$program" ]; then
-    # An existing demo gets the program just built.
-    say "updating the program in the existing $demo"
+    # An existing demo gets the programs just built.
+    say "updating the programs in the existing $demo"
     cp --remove-destination "$built_program" "$program"
+    cp --remove-destination "$built_report" "$report"
 fi
 
 if [ ! -x "$program" ]; then

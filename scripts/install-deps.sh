@@ -24,6 +24,8 @@ packages=(
     postgresql
     # screens without a display, and Japanese text on them
     xvfb xauth fonts-noto-cjk
+    # the tests read the staff cards' PDF files: text, pages, pictures
+    poppler-utils
     # fuzz targets
     clang libclang-rt-14-dev
 )

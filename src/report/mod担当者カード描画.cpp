@@ -7,6 +7,7 @@
 #include <QPaintDevice>
 #include <QPainter>
 #include <QPen>
+#include <QTextLayout>
 
 #include <utility>
 
@@ -26,8 +27,39 @@ constexpr double kPad = 2.0;   // mm, text from the rules
 constexpr double kCaptionPt = 8;
 constexpr double kValuePt = 10.5;
 constexpr double kMinPt = 5.5;
+// A line in smaller type than this is broken into lines instead.
+constexpr double kOneLinePt = 8;
 // Pictures go on paper at no more than this many dots per inch.
 constexpr double kPictureDpi = 300;
+
+// The lines of a text broken to a width: at its line ends, then between words
+// or characters as the language allows, anywhere in a word longer than a line.
+QStringList wrapped(const QString& text, const QFont& font, double width, const QPaintDevice* device) {
+    QStringList lines;
+    for (const QString& part : text.split(QLatin1Char('\n'))) {
+        if (part.isEmpty()) {
+            lines.append(QString());
+            continue;
+        }
+        QTextLayout layout(part, font, device);
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width);
+            QString piece = part.mid(line.textStart(), line.textLength());
+            // The blank at a break stays behind; an indent at a line's start is kept.
+            while (!piece.isEmpty() && piece.back().isSpace())
+                piece.chop(1);
+            lines.append(piece);
+        }
+        layout.endLayout();
+    }
+    while (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
 
 // A sheet measured in millimetres from the edge of the paper.
 class Sheet {
@@ -44,6 +76,10 @@ public:
         f.setBold(bold);
         // The same shapes on paper, in the preview and in a PDF.
         f.setHintingPreference(QFont::PreferNoHinting);
+        // Characters go on the sheet by the font's own table, unshaped: a PDF's
+        // text map knows only those glyphs, and digits shaped among Latin
+        // letters ("s00001@...") would be lost to a search or a copy.
+        f.setStyleStrategy(QFont::PreferNoShaping);
         return f;
     }
 
@@ -68,51 +104,52 @@ public:
 
     void fill(double x, double y, double w, double h, const QColor& colour) { p_.fillRect(rect(x, y, w, h), colour); }
 
-    // One line of text in the area, in smaller type until it fits; cut with
-    // an ellipsis only below the smallest type.
-    void line(const QRectF& mm, const QString& text, QFont font, int align, const QColor& colour = Qt::black) {
-        if (text.isEmpty())
-            return;
-        const QRectF area = rect(mm.x(), mm.y(), mm.width(), mm.height());
-        double pt = font.pointSizeF();
-        for (;;) {
-            const QFontMetricsF fm(font, p_.device());
-            if ((fm.horizontalAdvance(text) <= area.width() && fm.height() <= area.height()) || pt <= kMinPt)
-                break;
-            pt -= 0.5;
-            font.setPointSizeF(pt);
-        }
-        const QFontMetricsF fm(font, p_.device());
-        p_.setFont(font);
-        p_.setPen(colour);
-        p_.drawText(area, align | Qt::TextSingleLine, fm.elidedText(text, Qt::ElideRight, area.width()));
-    }
-
-    // Lines of text wrapped within the area, in smaller type until they fit.
-    void paragraph(const QRectF& mm, const QString& text, QFont font) {
+    // Text in the area, whole: on one line in smaller type down to a
+    // readable size, then (or at once, for a paragraph) broken into lines in
+    // smaller type down to the smallest. Only beyond that is the last line
+    // that fits cut with an ellipsis.
+    void text(const QRectF& mm, const QString& text, QFont font, int align, bool paragraph = false,
+              const QColor& colour = Qt::black) {
         if (text.trimmed().isEmpty())
             return;
         const QRectF area = rect(mm.x(), mm.y(), mm.width(), mm.height());
-        int flags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
-        double pt = font.pointSizeF();
-        for (;;) {
-            p_.setFont(font);
-            QRectF need = p_.boundingRect(area, flags, text);
-            // A word longer than the line (a long address or mail) breaks anywhere.
-            if (need.width() > area.width()) {
-                flags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere;
-                need = p_.boundingRect(area, flags, text);
+        p_.setPen(colour);
+        const double start = font.pointSizeF();
+        if (!paragraph && !text.contains(QLatin1Char('\n'))) {
+            for (double pt = start; pt >= kOneLinePt; pt -= 0.5) {
+                font.setPointSizeF(pt);
+                const QFontMetricsF fm(font, p_.device());
+                if (fm.horizontalAdvance(text) <= area.width() && fm.height() <= area.height()) {
+                    p_.setFont(font);
+                    p_.drawText(area, align | Qt::TextSingleLine, text);
+                    return;
+                }
             }
-            if (need.height() <= area.height() || pt <= kMinPt)
-                break;
-            pt -= 0.5;
-            font.setPointSizeF(pt);
         }
-        p_.setPen(Qt::black);
-        p_.save();
-        p_.setClipRect(area);
-        p_.drawText(area, flags, text);
-        p_.restore();
+        QStringList lines;
+        for (double pt = start;; pt -= 0.5) {
+            font.setPointSizeF(qMax(pt, kMinPt));
+            const QFontMetricsF fm(font, p_.device());
+            lines = wrapped(text, font, area.width(), p_.device());
+            if (lines.size() * fm.lineSpacing() <= area.height() + 0.5 || pt <= kMinPt)
+                break;
+        }
+        const QFontMetricsF fm(font, p_.device());
+        const int fit = qMax(1, static_cast<int>((area.height() + 0.5) / fm.lineSpacing()));
+        if (lines.size() > fit) {
+            lines = lines.mid(0, fit);
+            lines.last() = fm.elidedText(lines.last() + QStringLiteral("…"), Qt::ElideRight, area.width());
+        }
+        const double height = lines.size() * fm.lineSpacing();
+        double y = area.top();
+        if (align & Qt::AlignVCenter)
+            y += (area.height() - height) / 2;
+        p_.setFont(font);
+        for (const QString& line : lines) {
+            p_.drawText(QRectF(area.left(), y, area.width(), fm.lineSpacing()),
+                        (align & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter | Qt::TextSingleLine, line);
+            y += fm.lineSpacing();
+        }
     }
 
     // A picture within the area, its proportions kept, centred.
@@ -156,14 +193,14 @@ constexpr double kRow = 11;
 void caption(Sheet& s, double x, double y, double w, double h, const QString& text) {
     s.fill(x, y, w, h, kShade);
     s.frame(x, y, w, h, kThin);
-    s.line(QRectF(x + kPad, y, w - 2 * kPad, h), text, Sheet::font(kGothic, kCaptionPt),
-           Qt::AlignLeft | Qt::AlignVCenter, kCaption);
+    s.text(QRectF(x + kPad, y, w - 2 * kPad, h), text, Sheet::font(kGothic, kCaptionPt),
+           Qt::AlignLeft | Qt::AlignVCenter, false, kCaption);
 }
 
 // An entry cell: ruled, its text in the mincho type.
 void entry(Sheet& s, double x, double y, double w, double h, const QString& text, double pt = kValuePt) {
     s.frame(x, y, w, h, kThin);
-    s.line(QRectF(x + kPad, y, w - 2 * kPad, h), text, Sheet::font(kMincho, pt), Qt::AlignLeft | Qt::AlignVCenter);
+    s.text(QRectF(x + kPad, y, w - 2 * kPad, h), text, Sheet::font(kMincho, pt), Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 // A caption and its entry across the given width.
@@ -182,7 +219,7 @@ void pair(Sheet& s, double y, const QString& t1, const QString& v1, const QStrin
 
 // The heading of a box.
 void heading(Sheet& s, double y, const QString& text) {
-    s.line(QRectF(kLeft, y, kWidth, 6), QStringLiteral("■ ") + text, Sheet::font(kGothic, 9.5, true),
+    s.text(QRectF(kLeft, y, kWidth, 6), QStringLiteral("■ ") + text, Sheet::font(kGothic, 9.5, true),
            Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -209,7 +246,7 @@ void pictureFrame(Sheet& s, double x, double y, double w, double h, const QStrin
     s.pen(kThin, Qt::black, style);
     s.painter().drawRect(s.rect(x, y, w, h));
     if (path.isEmpty())
-        s.line(QRectF(x, y, w, h), empty, Sheet::font(kGothic, 8), Qt::AlignCenter, kFaint);
+        s.text(QRectF(x, y, w, h), empty, Sheet::font(kGothic, 8), Qt::AlignCenter, false, kFaint);
 }
 
 } // namespace
@@ -222,10 +259,10 @@ void 担当者カードdraw(QPainter& painter, const 担当者カード見出し
     Sheet s(painter);
 
     // The head: the company, the print date, the title with its double rule.
-    s.line(QRectF(kLeft, 10, 120, 6), 見出し.会社名, Sheet::font(kGothic, 10), Qt::AlignLeft | Qt::AlignVCenter);
-    s.line(QRectF(kRight - 70, 10, 70, 6), QStringLiteral("印刷日  ") + 見出し.印刷日, Sheet::font(kGothic, 9),
+    s.text(QRectF(kLeft, 10, 120, 6), 見出し.会社名, Sheet::font(kGothic, 10), Qt::AlignLeft | Qt::AlignVCenter);
+    s.text(QRectF(kRight - 70, 10, 70, 6), QStringLiteral("印刷日  ") + 見出し.印刷日, Sheet::font(kGothic, 9),
            Qt::AlignRight | Qt::AlignVCenter);
-    s.line(QRectF(kLeft, 18, kWidth, 14), QStringLiteral("担当者カード"), Sheet::font(kMincho, 22, true),
+    s.text(QRectF(kLeft, 18, kWidth, 14), QStringLiteral("担当者カード"), Sheet::font(kMincho, 22, true),
            Qt::AlignCenter);
     s.hline(70, 140, 33.2, 0.3);
     s.hline(70, 140, 34.2, 0.3);
@@ -259,13 +296,13 @@ void 担当者カードdraw(QPainter& painter, const 担当者カード見出し
     const double addressH = 20;
     caption(s, kLeft, y, kCaptionW, addressH, QStringLiteral("住所"));
     s.frame(kLeft + kCaptionW, y, kWidth - kCaptionW, addressH, kThin);
-    s.line(QRectF(kLeft + kCaptionW + kPad, y + 1.2, kWidth - kCaptionW - 2 * kPad, 5.5), postcode(r.郵便番号),
+    s.text(QRectF(kLeft + kCaptionW + kPad, y + 1.2, kWidth - kCaptionW - 2 * kPad, 5.5), postcode(r.郵便番号),
            Sheet::font(kMincho, 9), Qt::AlignLeft | Qt::AlignVCenter);
     QString address = r.住所A + r.住所B;
     if (!r.住所C.isEmpty())
         address += QLatin1Char('\n') + r.住所C;
-    s.paragraph(QRectF(kLeft + kCaptionW + kPad, y + 7, kWidth - kCaptionW - 2 * kPad, addressH - 8), address,
-                Sheet::font(kMincho, kValuePt));
+    s.text(QRectF(kLeft + kCaptionW + kPad, y + 7, kWidth - kCaptionW - 2 * kPad, addressH - 8), address,
+           Sheet::font(kMincho, kValuePt), Qt::AlignLeft | Qt::AlignTop, true);
     y += addressH;
     pair(s, y, QStringLiteral("電話"), r.電話, QStringLiteral("携帯電話"), r.携帯電話);
     y += kRow;
@@ -303,8 +340,8 @@ void 担当者カードdraw(QPainter& painter, const 担当者カード見出し
     s.frame(kLeft + kCaptionW, y, memoW, memoH, kThin);
     QString memo = r.担当者メモ;
     memo.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    s.paragraph(QRectF(kLeft + kCaptionW + kPad, y + kPad, memoW - 2 * kPad, memoH - 2 * kPad), memo,
-                Sheet::font(kMincho, kValuePt));
+    s.text(QRectF(kLeft + kCaptionW + kPad, y + kPad, memoW - 2 * kPad, memoH - 2 * kPad), memo,
+           Sheet::font(kMincho, kValuePt), Qt::AlignLeft | Qt::AlignTop, true);
     const double sealX = kLeft + kCaptionW + memoW;
     caption(s, sealX, y, kPictureW, 7, QStringLiteral("担当者印"));
     s.frame(sealX, y + 7, kPictureW, memoH - 7, kThin);
@@ -314,8 +351,8 @@ void 担当者カードdraw(QPainter& painter, const 担当者カード見出し
     s.frame(kLeft, y, kWidth, memoH, kThick);
 
     // The foot: the page of the run.
-    s.line(QRectF(kLeft, 276, kWidth, 6), QStringLiteral("%1 / %2").arg(頁).arg(頁数), Sheet::font(kGothic, 8),
-           Qt::AlignCenter, kCaption);
+    s.text(QRectF(kLeft, 276, kWidth, 6), QStringLiteral("%1 / %2").arg(頁).arg(頁数), Sheet::font(kGothic, 8),
+           Qt::AlignCenter, false, kCaption);
     painter.restore();
 }
 

@@ -17,7 +17,9 @@ fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-"$setup_tool" --root "$work/demo" --demo --program "$program" --postcodes fixture > "$work/setup.log"
+# The report program of the staff card is built beside the program.
+"$setup_tool" --root "$work/demo" --demo --program "$program" \
+    --report-program "$(dirname "$program")/担当者カード" --postcodes fixture > "$work/setup.log"
 
 # Unset the offscreen platform of the other tests: this one draws on a real X server.
 env -u QT_QPA_PLATFORM timeout 120 xvfb-run -a "$work/demo/prgbin/$(basename "$program")" \

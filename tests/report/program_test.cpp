@@ -17,7 +17,7 @@ TEST_P(ReportProgram, OneRecordMakesOnePageWithItsCodeNameAndOffice) {
     REQUIRE_POPPLER();
     addStaff(QStringLiteral("00001"), QStringLiteral("山田 太郎"), QStringLiteral("001"),
              QStringLiteral("カナ,生年月日,入社日付,電話,EMAIL"),
-             QStringLiteral("'ﾔﾏﾀﾞ ﾀﾛｳ','19800115','20190501','03-1234-5678','yamada@example.jp'"));
+             QStringLiteral("'ﾔﾏﾀﾞ ﾀﾛｳ','19800115','20190501','03-1234-5678','taro.yamada2026@example.jp'"));
     addStaff(QStringLiteral("00002"), QStringLiteral("鈴木 花子"), QStringLiteral("001"));
     const QString pdf = out.filePath(QStringLiteral("one.pdf"));
     const QString text = rangeText(QStringLiteral("001"), QStringLiteral("00001"), QStringLiteral("00001"));
@@ -38,7 +38,8 @@ TEST_P(ReportProgram, OneRecordMakesOnePageWithItsCodeNameAndOffice) {
     EXPECT_TRUE(page.contains(QStringLiteral("昭和55年1月15日"))) << page.toStdString();
     EXPECT_TRUE(page.contains(QStringLiteral("令和元年5月1日")));
     EXPECT_TRUE(page.contains(QStringLiteral("03-1234-5678")));
-    EXPECT_TRUE(page.contains(QStringLiteral("yamada@example.jp")));
+    // Digits among Latin letters read back as well.
+    EXPECT_TRUE(page.contains(QStringLiteral("taro.yamada2026@example.jp"))) << page.toStdString();
     EXPECT_TRUE(page.contains(QStringLiteral("生年月日")));
     EXPECT_TRUE(
         QRegularExpression(QStringLiteral("印刷日\\s+(令和|平成)(元|\\d+)年\\d+月\\d+日")).match(page).hasMatch())
@@ -118,21 +119,27 @@ TEST_P(ReportProgram, APhotoAndASealAreOnTheirRecordsPage) {
 
 TEST_P(ReportProgram, LongEntriesAreWrittenWhole) {
     REQUIRE_POPPLER();
-    const QString name = QStringLiteral("長谷川部長代理兼営業推進本部付特別顧問 寿限無寿限無五劫の擦り切れ");
-    const QString memo = QString(QStringLiteral("顧客訪問の記録は毎週金曜日にまとめて提出すること。")).repeated(6);
-    const QString address =
-        QStringLiteral("北海道札幌市中央区北一条西二丁目一番地札幌市役所本庁舎内特別会議室前廊下突き当たり");
-    addStaff(QStringLiteral("00001"), name, QStringLiteral("000"), QStringLiteral("担当者メモ,住所A,住所C"),
-             QStringLiteral("'%1','%2','ビル%3階'").arg(memo, address).arg(12));
+    // Entries at the card's byte limits (a name of 40, an address line of 40,
+    // duties, login and mail of 127), and a memo of several lines.
+    const QString name = QStringLiteral("長谷川部長代理兼営業推進本部付特別顧問");
+    const QString address = QStringLiteral("北海道札幌市中央区北一条西二丁目一番地");
+    const QString duties = QStringLiteral("営業推進本部付特別顧問として全社の営業戦略立案と新規顧客開拓の統括を担当し、"
+                                          "各支店の営業会議に出席して助言を行う");
+    const QString login = QString(QStringLiteral("login.")).repeated(21) + QStringLiteral("x");
+    const QString mail = QString(QStringLiteral("m")).repeated(100) + QStringLiteral("@sales.example.co.jp1234567");
+    const QString memo = QString(QStringLiteral("顧客訪問の記録は毎週金曜日にまとめて提出すること。\n")).repeated(8);
+    ASSERT_EQ(login.size(), 127);
+    ASSERT_EQ(mail.size(), 127);
+    addStaff(QStringLiteral("00001"), name, QStringLiteral("000"),
+             QStringLiteral("担当者メモ,住所A,住所B,住所C,職責,ログインID,EMAIL"),
+             QStringLiteral("'%1','%2','%2','%2','%3','%4','%5'").arg(memo, address, duties, login, mail));
     const QString pdf = out.filePath(QStringLiteral("long.pdf"));
-    const ProgramRun run =
-        runProgram({rangeText(QStringLiteral("000"), QStringLiteral("00001"), QStringLiteral("00001")),
-                    QStringLiteral("--pdf"), pdf});
+    const ProgramRun run = runProgram(
+        {rangeText(QStringLiteral("000"), QStringLiteral("00001"), QStringLiteral("00001")), QStringLiteral("--pdf"), pdf});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QString page = joined(pdfPages(pdf).value(0));
-    EXPECT_TRUE(page.contains(joined(name))) << page.toStdString();
-    EXPECT_TRUE(page.contains(joined(memo)));
-    EXPECT_TRUE(page.contains(joined(address)));
+    for (const QString& entry : {name, address + address, duties, login, mail, memo})
+        EXPECT_TRUE(page.contains(joined(entry))) << entry.toStdString() << "\n" << page.toStdString();
     EXPECT_FALSE(page.contains(QStringLiteral("…")));
 }
 
