@@ -93,6 +93,7 @@ void wnd郵便番号一覧::build() {
     wnd_ttl->setFrameShape(QFrame::Panel);
     wnd_ttl->setAlignment(Qt::AlignCenter);
     郵便番号 = make(new controls::TextField(this), QStringLiteral("郵便番号"));
+    郵便番号->setDirectInput(true);
     郵便番号->setDigitsOnly(true);
     郵便番号->setMaxLength(7);
     都道府県市町村 = make(new controls::TextField(this), QStringLiteral("都道府県市町村"));

@@ -203,7 +203,7 @@ void 人員一覧窓::build() {
     コード = codeField(this, QStringLiteral("コード"), 5);
     lab_コード = label(this, QStringLiteral("lab_コード"), QStringLiteral("以降"));
     名称 = make<controls::TextField>(this, QStringLiteral("名称"));
-    カナ = make<controls::TextField>(this, QStringLiteral("カナ"));
+    カナ = make<controls::KanaField>(this, QStringLiteral("カナ"));
     部門コード = codeField(this, QStringLiteral("部門コード"), 3);
     部門名 = nameField(this, QStringLiteral("部門名"));
     セクションコード = codeField(this, QStringLiteral("セクションコード"), 3);
@@ -278,7 +278,7 @@ void 人員一覧窓::build() {
 
 void 人員一覧窓::wire() {
     // Typing refreshes the buttons of the five searches.
-    for (controls::TextField* field : {コード, 名称, カナ, 部門コード, セクションコード})
+    for (controls::Field* field : std::initializer_list<controls::Field*>{コード, 名称, カナ, 部門コード, セクションコード})
         connect(field, &QLineEdit::textChanged, this, [this] { ボタン状態set(); });
 
     // Leaving a field stores its condition.

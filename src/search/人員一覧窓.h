@@ -10,6 +10,7 @@ class QPushButton;
 
 namespace controls {
 class FocusEvents;
+class KanaField;
 class NumField;
 class ReportList;
 class TabTable;
@@ -87,7 +88,7 @@ public:
     controls::TextField* コード;
     QLabel* lab_コード;
     controls::TextField* 名称;
-    controls::TextField* カナ;
+    controls::KanaField* カナ;
     controls::TextField* 部門コード;
     controls::TextField* 部門名;
     controls::TextField* セクションコード;

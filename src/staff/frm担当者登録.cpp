@@ -185,6 +185,7 @@ void frm担当者登録::build() {
     itm_ttl_暗証番号 = title(this, "itm_ttl_暗証番号", "暗証番号");
     暗証番号 = make<controls::TextField>(this, "暗証番号");
     暗証番号->setMaxLength(20);
+    暗証番号->setDirectInput(true);
     itm_ttl_性別 = title(this, "itm_ttl_性別", "性別");
     性別区分 = number(this, "性別区分", 1, 1);
     性別区分名称 = list(this, "性別区分名称");
@@ -267,6 +268,7 @@ void frm担当者登録::build() {
         職責 = text(bak_その他, "職責", 127);
         itm_ttl_ログインID = title(bak_その他, "itm_ttl_ログインID", "ログインID");
         ログインID = text(bak_その他, "ログインID", 127);
+        ログインID->setDirectInput(true);
         g->addWidget(itm_ttl_職責, 4, 0);
         g->addWidget(職責, 4, 1, 1, 4);
         g->addWidget(itm_ttl_ログインID, 5, 0);
@@ -333,6 +335,7 @@ void frm担当者登録::build() {
         携帯電話 = make<controls::TelField>(bak_住所, "携帯電話");
         btn_EMAIL = button(bak_住所, "btn_EMAIL", "e-mail");
         EMAIL = text(bak_住所, "EMAIL", 127);
+        EMAIL->setDirectInput(true);
         g->addWidget(itm_ttl_住所, 0, 0);
         g->addWidget(郵便番号, 0, 1, Qt::AlignLeft);
         g->addWidget(住所A, 1, 1, 1, 3);

@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -277,6 +278,58 @@ TEST(KanaField, FollowsOnlyItsCurrentKanjiField) {
     typeWord(&first, {"や"}, "矢");
     typeWord(&second, {"た"}, "田");
     EXPECT_EQ(kana.text(), "ﾀ");
+}
+
+TEST(KanaField, ThePreeditsReadingLeavesUnfinishedRomajiOutButAFinalN) {
+    EXPECT_EQ(KanaField::preeditReading("やまｄ"), "やま");
+    EXPECT_EQ(KanaField::preeditReading("けｎ"), "けん");
+    EXPECT_EQ(KanaField::preeditReading("じゅn"), "じゅん");
+    EXPECT_EQ(KanaField::preeditReading("ｙ"), "");
+    EXPECT_EQ(KanaField::preeditReading("山田"), "");
+    EXPECT_EQ(KanaField::preeditReading("Smith"), "");
+    EXPECT_EQ(KanaField::preeditReading("はなこ"), "はなこ");
+}
+
+TEST(KanaField, ADeletedWordTakesItsReadingAndTheOthersKeepTheirs) {
+    TextField kanji;
+    KanaField kana;
+    kana.follow(&kanji);
+    typeWord(&kanji, {"やまだ"}, "山田");
+    typeWord(&kanji, {"たろう"}, "太郎");
+    // The first word selected and deleted.
+    kanji.setSelection(0, 2);
+    QTest::keyClick(&kanji, Qt::Key_Delete);
+    EXPECT_EQ(kanji.text(), "太郎");
+    EXPECT_EQ(kana.text(), "ﾀﾛｳ");
+    // A word put in front of it comes first in the reading too.
+    kanji.setCursorPosition(0);
+    typeWord(&kanji, {"すずき"}, "鈴木");
+    EXPECT_EQ(kanji.text(), "鈴木太郎");
+    EXPECT_EQ(kana.text(), "ｽｽﾞｷﾀﾛｳ");
+}
+
+TEST(Field, ACommitRepeatedInTheNextFieldWithoutAnyCompositionThereIsNotTaken) {
+    QWidget window;
+    auto* first = new TextField(&window);
+    auto* second = new TextField(&window);
+    auto* layout = new QVBoxLayout(&window);
+    layout->addWidget(first);
+    layout->addWidget(second);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    first->setFocus();
+    preedit(first, "やまだ");
+    preedit(first, "山田");
+    commit(first, "山田");
+    second->setFocus(); // the focus leaves right after the commit
+    commit(second, "山田");
+    EXPECT_EQ(first->text(), "山田");
+    EXPECT_EQ(second->text(), "");
+    // A word composed in the field itself is taken, the same word included.
+    preedit(second, "やまだ");
+    commit(second, "山田");
+    EXPECT_EQ(second->text(), "山田");
 }
 
 TEST(KanaField, ReadingConvertsToHalfWidthKatakana) {

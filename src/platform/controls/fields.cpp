@@ -1,9 +1,11 @@
 #include "platform/controls/fields.h"
 
+#include <QDateTime>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
 
@@ -45,16 +47,61 @@ bool isReading(const QString& text) {
     return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return isKanaChar(c.unicode()); });
 }
 
+// A Latin letter of either width: romaji still being typed.
+bool isRomaji(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'\uFF41' && c <= u'\uFF5A') ||
+           (c >= u'\uFF21' && c <= u'\uFF3A');
+}
+
 QValidator* digitsValidator(QObject* parent) {
     return new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), parent);
+}
+
+// What the input method may deliver twice: a composition cancelled in a field,
+// and one committed into a field that the focus then left. Kept for a few
+// seconds; a new composition anywhere forgets them.
+struct Echo {
+    QStringList texts;
+    QPointer<QWidget> field;
+    qint64 at = 0;
+};
+Echo& cancelledEcho() {
+    static Echo echo;
+    return echo;
+}
+Echo& leftEcho() {
+    static Echo echo;
+    return echo;
+}
+
+bool matches(Echo& echo, const QString& text, const QWidget* field, bool otherField) {
+    if (echo.texts.isEmpty() || QDateTime::currentMSecsSinceEpoch() - echo.at > 10000 || !echo.texts.contains(text))
+        return false;
+    if (otherField == (echo.field == field))
+        return false;
+    echo.texts.clear();
+    return true;
 }
 
 } // namespace
 
 Field::Field(QWidget* parent) : QLineEdit(parent) {
-    // Japanese is typed through the input method; every field takes it but the
-    // PIN, whose masked echo turns it off.
     setAttribute(Qt::WA_InputMethodEnabled, true);
+}
+
+void Field::setDirectInput(bool on) {
+    direct_ = on;
+    setAttribute(Qt::WA_InputMethodEnabled, !on);
+}
+
+QVariant Field::inputMethodQuery(Qt::InputMethodQuery query) const {
+    // The line edit answers by its enabled and read-only states alone: a direct
+    // field says no itself, so that keys reach it as they are.
+    if (direct_ && query == Qt::ImEnabled)
+        return false;
+    if (direct_ && query == Qt::ImHints)
+        return QVariant(int(Qt::ImhLatinOnly | Qt::ImhPreferLatin | Qt::ImhNoPredictiveText));
+    return QLineEdit::inputMethodQuery(query);
 }
 
 // A field the program moves the focus to takes typing as one reached by Tab:
@@ -62,6 +109,9 @@ Field::Field(QWidget* parent) : QLineEdit(parent) {
 // passed the focus on while it was arriving (a rule of its own moved it) keeps
 // nothing selected.
 void Field::focusInEvent(QFocusEvent* event) {
+    composing_ = false;
+    composed_ = false;
+    committedLast_.clear();
     if (event->reason() == Qt::OtherFocusReason) {
         QFocusEvent asTab(QEvent::FocusIn, Qt::TabFocusReason);
         QLineEdit::focusInEvent(&asTab);
@@ -72,9 +122,67 @@ void Field::focusInEvent(QFocusEvent* event) {
         deselect();
 }
 
+void Field::focusOutEvent(QFocusEvent* event) {
+    // A composition committed as the focus left: the field that gets the focus
+    // may be handed it again.
+    if (!committedLast_.isEmpty()) {
+        leftEcho() = Echo{{committedLast_}, this, QDateTime::currentMSecsSinceEpoch()};
+        committedLast_.clear();
+    }
+    composing_ = false;
+    QLineEdit::focusOutEvent(event);
+}
+
+void Field::keyPressEvent(QKeyEvent* event) {
+    committedLast_.clear();
+    QLineEdit::keyPressEvent(event);
+}
+
+void Field::inputMethodEvent(QInputMethodEvent* event) {
+    const QString preedit = event->preeditString();
+    const QString commit = event->commitString();
+    if (!commit.isEmpty() && preedit.isEmpty() && !composed_ &&
+        (matches(cancelledEcho(), commit, this, false) || matches(leftEcho(), commit, this, true))) {
+        event->accept();
+        return;
+    }
+    if (!preedit.isEmpty()) {
+        if (!composing_) {
+            // A new composition: nothing before it is delivered again.
+            cancelledEcho().texts.clear();
+            leftEcho().texts.clear();
+        }
+        composing_ = true;
+        composed_ = true;
+        if (isReading(KanaField::preeditReading(preedit)))
+            lastReading_ = preedit;
+        else
+            lastConverted_ = preedit;
+        committedLast_.clear();
+    } else if (!commit.isEmpty()) {
+        committedLast_ = composing_ ? commit : QString();
+        composing_ = false;
+    } else {
+        if (composing_) {
+            cancelledEcho() = Echo{{KanaField::preeditReading(lastReading_), lastConverted_}, this,
+                                   QDateTime::currentMSecsSinceEpoch()};
+            cancelledEcho().texts.removeAll(QString());
+            composed_ = false;
+        }
+        composing_ = false;
+        committedLast_.clear();
+    }
+    if (preedit.isEmpty()) {
+        lastReading_.clear();
+        lastConverted_.clear();
+    }
+    QLineEdit::inputMethodEvent(event);
+}
+
 TextField::TextField(QWidget* parent) : Field(parent) {}
 
 void TextField::setDigitsOnly(bool on) {
+    setDirectInput(on);
     if (on == (validator() != nullptr))
         return;
     const QValidator* old = validator();
@@ -83,6 +191,7 @@ void TextField::setDigitsOnly(bool on) {
 }
 
 NumField::NumField(QWidget* parent) : Field(parent) {
+    setDirectInput(true);
     setValidator(digitsValidator(this));
     connect(this, &QLineEdit::textChanged, this, [this] {
         const int now = value();
@@ -112,15 +221,44 @@ int NumField::value() const {
 
 void NumField::setValue(int value) { setText(QString::number(std::max(minimum_, std::min(value, maximum_)))); }
 
-KanaField::KanaField(QWidget* parent) : Field(parent) {}
+KanaField::KanaField(QWidget* parent) : Field(parent) {
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { ownEdited(text); });
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        if (!updating_)
+            rebase_ = true;
+    });
+}
 
 void KanaField::follow(QLineEdit* kanjiField) {
-    if (kanji_)
+    if (kanji_) {
         kanji_->removeEventFilter(this);
+        disconnect(kanji_, nullptr, this, nullptr);
+    }
     kanji_ = kanjiField;
-    pending_.clear();
-    if (kanji_)
-        kanji_->installEventFilter(this);
+    pieces_.clear();
+    rebase_ = true;
+    composing_ = false;
+    commit_.reset();
+    if (!kanji_)
+        return;
+    kanjiText_ = kanji_->text();
+    kanjiFromProgram_ = true;
+    kanji_->installEventFilter(this);
+    // A change the user made comes as textEdited before its textChanged; a
+    // change the program made comes as textChanged alone.
+    connect(kanji_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        const QString before = kanjiText_;
+        const bool rebase = rebase_ || kanjiFromProgram_;
+        kanjiText_ = text;
+        kanjiFromProgram_ = false;
+        kanjiEdited(before, text, rebase);
+    });
+    connect(kanji_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (text == kanjiText_)
+            return;
+        kanjiText_ = text;
+        kanjiFromProgram_ = true;
+    });
 }
 
 QString KanaField::reading(const QString& kana) {
@@ -138,44 +276,195 @@ QString KanaField::reading(const QString& kana) {
             half += u'ﾞ';
         else if (c == u'゜')
             half += u'ﾟ';
+        else if (c == u'・')
+            half += u'･';
+        else if (c == u'「')
+            half += u'｢';
+        else if (c == u'」')
+            half += u'｣';
+        else if (c == u'、')
+            half += u'､';
+        else if (c == u'。')
+            half += u'｡';
+        else if (c >= u'\uFF01' && c <= u'\uFF5E')
+            half += QChar(char16_t(c - 0xFEE0));
+        else if (c == u'\u3000')
+            half += u' ';
         else
             half += ch;
     }
     return half;
 }
 
+QString KanaField::preeditReading(const QString& preedit) {
+    QString text = preedit;
+    // A final n still in romaji is ん; other romaji at the end are not yet kana.
+    if (!text.isEmpty() && (text.back() == u'n' || text.back() == u'ｎ' || text.back() == u'N' ||
+                            text.back() == u'Ｎ')) {
+        text.chop(1);
+        text += u'ん';
+    }
+    while (!text.isEmpty() && isRomaji(text.back().unicode()))
+        text.chop(1);
+    return isReading(text) ? text : QString();
+}
+
 bool KanaField::eventFilter(QObject* watched, QEvent* event) {
     if (watched != kanji_)
         return Field::eventFilter(watched, event);
     if (event->type() == QEvent::InputMethod) {
-        const auto* input = static_cast<const QInputMethodEvent*>(event);
-        if (!input->commitString().isEmpty()) {
-            // The reading before conversion; kana committed as they were typed are their own reading.
-            const QString typed = !pending_.isEmpty()                ? pending_
-                                  : isReading(input->commitString()) ? input->commitString()
-                                                                     : QString();
-            if (!typed.isEmpty())
-                setText(text() + reading(typed));
-            pending_.clear();
-        }
-        // Once converted the preedit shows kanji; the last kana preedit stays the
-        // reading. An empty preedit does not drop it either: input methods clear
-        // the preedit before they send the commit.
-        if (isReading(input->preeditString()))
-            pending_ = input->preeditString();
+        kanjiInput(static_cast<const QInputMethodEvent*>(event));
     } else if (event->type() == QEvent::FocusOut) {
-        // The input method commits an open composition before the field loses
-        // the focus; a reading still held after that belongs to nothing.
-        pending_.clear();
+        composing_ = false;
+        justCommitted_ = 0;
+        commit_.reset();
     }
     return false;
 }
 
+// Before the kanji field takes an input method event: the composition's
+// reading, and what a commit brings.
+void KanaField::kanjiInput(const QInputMethodEvent* event) {
+    const QString preedit = event->preeditString();
+    const QString commit = event->commitString();
+    commit_.reset();
+    if (!commit.isEmpty()) {
+        if (composing_)
+            commit_ = Commit{commit, reading_, composition_, preedit.isEmpty()};
+        else
+            // Kana committed as typed, with no composition shown, are their own reading.
+            commit_ = Commit{commit, isReading(commit) ? commit : QString(), 0, isReading(commit)};
+    }
+    if (!preedit.isEmpty()) {
+        const QString reading = preeditReading(preedit);
+        if (!reading.isEmpty()) {
+            if (!composing_) {
+                composition_ = ++compositions_;
+                justCommitted_ = 0;
+            }
+            reading_ = reading;
+            composing_ = true;
+        } else if (!composing_ && justCommitted_ != 0) {
+            // A converted preedit right after a commit: the rest of that
+            // composition, committed in parts. Its reading waits for the last part.
+            composition_ = justCommitted_;
+            composing_ = true;
+            for (Piece& piece : pieces_) {
+                if (piece.composition == composition_)
+                    piece.known = false;
+            }
+            showReading();
+        } else {
+            if (!composing_) {
+                // A composition with no kana to it (letters, say): no reading.
+                composition_ = ++compositions_;
+                justCommitted_ = 0;
+                reading_.clear();
+            }
+            composing_ = true;
+        }
+    } else if (!commit.isEmpty()) {
+        justCommitted_ = composing_ ? composition_ : 0;
+        composing_ = false;
+    } else {
+        // Both empty: after a commit the composition is over; without one it was cancelled.
+        if (composing_)
+            reading_.clear();
+        justCommitted_ = 0;
+        composing_ = false;
+    }
+}
+
+void KanaField::kanjiEdited(const QString& before, const QString& after, bool rebase) {
+    if (rebase) {
+        // The kana as it stands is the reading of the whole text as it stood
+        // (of nothing yet, when it was typed ahead of the kanji).
+        pieces_.clear();
+        if (!text().isEmpty())
+            pieces_.append(Piece{0, before.size(), text(), 0, true});
+        rebase_ = false;
+    }
+    qsizetype prefix = 0;
+    const qsizetype shorter = std::min(before.size(), after.size());
+    while (prefix < shorter && before.at(prefix) == after.at(prefix))
+        ++prefix;
+    qsizetype suffix = 0;
+    while (suffix < shorter - prefix && before.at(before.size() - 1 - suffix) == after.at(after.size() - 1 - suffix))
+        ++suffix;
+    const qsizetype removedEnd = before.size() - suffix;
+    const qsizetype delta = after.size() - before.size();
+    const QString inserted = after.mid(prefix, after.size() - suffix - prefix);
+
+    // A piece touched by the change goes with its reading; those behind it move.
+    QList<Piece> kept;
+    for (Piece piece : pieces_) {
+        if (piece.start + piece.length <= prefix) {
+            kept.append(piece);
+        } else if (piece.start >= removedEnd) {
+            piece.start += delta;
+            kept.append(piece);
+        }
+    }
+    pieces_ = kept;
+
+    if (commit_ && !inserted.isEmpty() && inserted == commit_->text) {
+        Piece piece{prefix, inserted.size(), commit_->reading, commit_->composition, commit_->known};
+        if (piece.known && piece.composition != 0) {
+            // The last part of a composition committed in parts takes the
+            // whole reading over the parts before it.
+            for (qsizetype i = pieces_.size() - 1; i >= 0; --i) {
+                const Piece& part = pieces_.at(i);
+                if (part.composition == piece.composition && !part.known &&
+                    part.start + part.length == piece.start) {
+                    piece.length += part.length;
+                    piece.start = part.start;
+                    pieces_.removeAt(i);
+                }
+            }
+        }
+        pieces_.append(piece);
+        std::sort(pieces_.begin(), pieces_.end(), [](const Piece& a, const Piece& b) { return a.start < b.start; });
+    }
+    commit_.reset();
+    // An emptied kanji field has no reading left.
+    if (after.isEmpty())
+        pieces_.clear();
+    showReading();
+}
+
+void KanaField::ownEdited(const QString& typed) {
+    // What is typed or pasted here is kept in the stored form.
+    const QString half = reading(typed);
+    if (half != typed) {
+        const int cursor = cursorPosition();
+        updating_ = true;
+        setText(half);
+        setCursorPosition(std::min(int(half.size()), cursor + int(half.size() - typed.size())));
+        updating_ = false;
+    }
+    rebase_ = true;
+}
+
+void KanaField::showReading() {
+    QString kana;
+    for (const Piece& piece : pieces_) {
+        if (piece.known)
+            kana += reading(piece.reading);
+    }
+    if (kana == text())
+        return;
+    updating_ = true;
+    setText(kana);
+    updating_ = false;
+}
+
 TelField::TelField(QWidget* parent) : Field(parent) {
+    setDirectInput(true);
     setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9０-９()\\- 　]*")), this));
 }
 
 ZipField::ZipField(QWidget* parent) : Field(parent) {
+    setDirectInput(true);
     // Every digit optional, so that a part of a postcode may be left as typed.
     setInputMask(QStringLiteral("999-9999;_"));
 }
@@ -197,8 +486,8 @@ void ZipField::setPostcode(const QString& postcode) {
 }
 
 PinField::PinField(QWidget* parent) : Field(parent) {
-    // A password line edit keeps the input method off, so that no composition
-    // shows the PIN in clear; a PIN is typed in ASCII.
+    // No composition may show the PIN in clear; a PIN is typed in ASCII.
+    setDirectInput(true);
     setEchoMode(QLineEdit::Password);
 }
 
