@@ -14,7 +14,7 @@ bash "$repo/scripts/build.sh"
 
 export QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}"
 # Each benchmark program in turn; arguments (e.g. --benchmark_filter=...) go to each.
-for name in staff-bench search-bench card-bench employee-bench; do
+for name in staff-bench search-bench card-bench employee-bench report-bench; do
     bench="$build/bench/$name"
     if [ ! -x "$bench" ]; then
         echo "bench: the build did not produce $bench" >&2

@@ -185,11 +185,20 @@ TEST_P(StaffScreen, TheEmployeeCodeAndItsButtonShowOnlyWithThePersonnelLink) {
     readExisting();
     EXPECT_TRUE(form->社員コード->isHidden());
     EXPECT_TRUE(form->btn_社員コード->isHidden());
-    // A run with the link shows them.
+    // A run with the link shows them: the personnel row linked, here to the
+    // tree's own main database.
     form.reset();
-    tree->newContext();
-    ctx().人事連携フラグ = true;
+    Context& probe = tree->newContext();
+    ASSERT_TRUE(環境DBopen(probe));
+    const auto& c = probe.conn;
+    ASSERT_TRUE(tree->mainExecute(
+        QStringLiteral("UPDATE M他業務連携 SET 連携有無区分 = '1', 連携DB = '%1', 連携データソース名 = '%2', "
+                       "連携サーバー名 = '%3', 連携データベース名 = '%4', 連携ユーザーID = '%5', 連携パスワード = '%6' "
+                       "WHERE 業務名 = '人事就業管理'")
+            .arg(c.db, c.データソース名, c.サーバー名, c.データベース名, c.ユーザーID, c.パスワード)));
+    データ処理term(probe);
     start();
+    ASSERT_TRUE(ctx().人事連携フラグ);
     EXPECT_FALSE(form->社員コード->isHidden());
     EXPECT_FALSE(form->btn_社員コード->isHidden());
 }

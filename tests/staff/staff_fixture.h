@@ -5,7 +5,10 @@
 // Staff 00001 is on file before each test, and staff 00006 is the operator
 // whom the start-up remembers.
 
+#include "access/mod暗証番号.h"
+#include "access/mod操作許可.h"
 #include "shell/modデータ処理.h"
+#include "startup/mod担当者登録起動.h"
 #include "staff/frm担当者登録.h"
 #include "staff/mod担当者登録.h"
 #include "support/installation.h"
@@ -59,21 +62,29 @@ protected:
     // The staff code of the remembered operator.
     static QString operatorCode() { return QStringLiteral("00006"); }
 
-    // Starts the program's context and shows the card, as the start-up does.
+    // Starts the program as it starts: the databases, the company, the right
+    // to run, the command line and the previous-instance rule, then the card.
     void start(const QString& line = QString()) {
-        ASSERT_TRUE(環境DBopen(ctx()));
-        ASSERT_TRUE(業務DBopen(ctx()));
-        ASSERT_TRUE(ユーザ情報read(ctx()));
-        ctx().run.起動コマンド = line;
-        if (line.size() > 3) {
-            ctx().担当者情報.コード = line.mid(3, 5);
-            ctx().screen.新規フラグ = false;
-            ctx().screen.単独起動フラグ = true;
-        }
+        tree->sys.line = line;
+        tree->newContext();
         form = std::make_unique<frm担当者登録>(ctx());
-        form->表示();
+        // A new start is a new process: the one before has ended.
+        instance_ = std::make_unique<os::SingleInstance>();
+        try {
+            担当者登録main(
+                ctx(), *form,
+                [](Context& c) {
+                    return 操作許可chk(c, QStringLiteral("営業支援データ管理"), c.プログラムID, 操作番号::起動) ==
+                           許可回答::許可;
+                },
+                *instance_);
+        } catch (const ProcessEnded& e) {
+            FAIL() << "the start ended the process with " << e.code << ": "
+                   << tree->messages.texts().join(QLatin1Char('\n')).toStdString();
+        }
         QApplication::setActiveWindow(form.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+        // The window became active after the start's focus: it is put there again.
         form->先頭項目focus();
     }
 
@@ -140,4 +151,7 @@ protected:
 
     std::unique_ptr<TestInstallation> tree;
     std::unique_ptr<frm担当者登録> form;
+
+private:
+    std::unique_ptr<os::SingleInstance> instance_;
 };
