@@ -8,6 +8,9 @@
 #   session.sh --recorder BIN --out DIR CASE...      (cases: tests/ime/cases.sh)
 #   session.sh --list
 #
+# Sourced (as tests/ime/card_live_test.sh does), it only defines its functions:
+# session_start, stop_all, cannot_start, sweep_session.
+#
 # Writes DIR/CASE.json for each case. Runs as a plain user: mozc does not run
 # as root. Delays (seconds) can be raised on a slow machine:
 #   IME_KEY_DELAY  after each key       (default 0.25)
@@ -115,20 +118,13 @@ cannot_start() {
     exit 77
 }
 
-run_one() {
-    local name="$1" recorder="$2" out="$3" work="$4"
-    local function="case_${name//-/_}"
-
-    # What the case types, for the log's "keys".
-    dry=1
-    described=()
-    prefill=()
-    "$function"
-    dry=0
-    local keys
-    keys="$(printf '%s; ' "${described[@]}")"
-    keys="${keys%; }"
-
+# session_start WORK [SCREEN] : a fresh home folder in WORK, Xvfb (SCREEN as
+# WIDTHxHEIGHTxDEPTH, by default 800x600x24), a D-Bus session and ibus-daemon
+# with the mozc engine in hiragana input; exports HOME, DISPLAY and the bus
+# address for what runs next. Ends the process with 77 (through cannot_start)
+# when the session cannot start; stop_all ends it.
+session_start() {
+    local work="$1" screen="${2:-800x600x24}"
     export HOME="$work/home"
     export XDG_RUNTIME_DIR="$work/run"
     export LANG=C.UTF-8
@@ -148,9 +144,7 @@ engines {
 active_on_launch: True
 EOF
 
-    trap stop_all EXIT
-
-    Xvfb -displayfd 5 -screen 0 800x600x24 -nolisten tcp 5>"$work/display" >"$work/xvfb.log" 2>&1 &
+    Xvfb -displayfd 5 -screen 0 "$screen" -nolisten tcp 5>"$work/display" >"$work/xvfb.log" 2>&1 &
     pids+=($!)
     for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
     [ -s "$work/display" ] || cannot_start "Xvfb did not start ($(tail -1 "$work/xvfb.log"))"
@@ -173,6 +167,24 @@ EOF
         sleep 0.2
     done
     [ "$engine" = "mozc-jp" ] || cannot_start "ibus did not take the mozc engine (it has: ${engine:-none})"
+}
+
+run_one() {
+    local name="$1" recorder="$2" out="$3" work="$4"
+    local function="case_${name//-/_}"
+
+    # What the case types, for the log's "keys".
+    dry=1
+    described=()
+    prefill=()
+    "$function"
+    dry=0
+    local keys
+    keys="$(printf '%s; ' "${described[@]}")"
+    keys="${keys%; }"
+
+    trap stop_all EXIT
+    session_start "$work"
 
     local described_im
     described_im="ibus $(ibus version 2>/dev/null | sed 's/^IBus //'), engine mozc-jp (ibus-mozc $(dpkg-query -W -f='${Version}' ibus-mozc 2>/dev/null)), hiragana input at start, xdotool keys on Xvfb"
@@ -298,4 +310,7 @@ main() {
     return $status
 }
 
-main "$@"
+# Sourced by other scripts for the functions above; run, it types the cases.
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+    main "$@"
+fi
