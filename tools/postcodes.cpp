@@ -1,6 +1,9 @@
 #include "tools/postcodes.h"
 
+#include "tools/postcode_file.h"
+
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -20,14 +23,14 @@ const QString kSample = QStringLiteral(":/setup/postcodes.json");
 constexpr int kNpmTimeoutMs = 180000;
 constexpr int kTarTimeoutMs = 120000;
 
-// Turns the package's entries ("_" and seven digits, prefecture, city, town, ...)
-// into rows, leaving out exact duplicates and the package's other entries.
+// Gathers the rows for M郵便番号, leaving out rows that repeat one already
+// taken: its key is the postcode with both parts of the address.
 class Collector {
 public:
+    // The package's entries ("_" and seven digits, prefecture, city, town, ...);
+    // its other entries are passed over.
     void add(const QJsonArray& entries) {
         static const QRegularExpression code(QStringLiteral("^_(\\d{3})(\\d{4})$"));
-        // The town text that only says the town is not listed stands for no town.
-        const QString notListed = QStringLiteral("以下に掲載がない場合");
         for (const QJsonValue& value : entries) {
             const QJsonArray entry = value.toArray();
             if (entry.size() < 4)
@@ -35,21 +38,25 @@ public:
             const auto m = code.match(entry.at(0).toString());
             if (!m.hasMatch())
                 continue;
-            QString town = entry.at(3).toString();
-            if (town == notListed)
-                town.clear();
-            QStringList row{m.captured(1) + QLatin1Char('-') + m.captured(2),
-                            entry.at(1).toString() + entry.at(2).toString(), town};
-            const QString key = row.join(QChar(0x1f));
-            if (seen_.contains(key))
-                continue;
-            seen_.insert(key);
-            rows_.append(row);
+            addRow({m.captured(1) + QLatin1Char('-') + m.captured(2), entry.at(1).toString() + entry.at(2).toString(),
+                    townArea(entry.at(3).toString())});
         }
+    }
+    void addRows(const QList<QStringList>& rows) {
+        for (const QStringList& row : rows)
+            addRow(row);
     }
     QList<QStringList> take() { return std::move(rows_); }
 
 private:
+    void addRow(const QStringList& row) {
+        const QString key = row.join(QChar(0x1f));
+        if (seen_.contains(key))
+            return;
+        seen_.insert(key);
+        rows_.append(row);
+    }
+
     QSet<QString> seen_;
     QList<QStringList> rows_;
 };
@@ -155,12 +162,105 @@ bool fetchPackage(const QString& folder, QString& tgz, QString& error) {
     return true;
 }
 
+// The largest all-Japan file taken: the published one is under 20 MB.
+constexpr qint64 kMaxCsvBytes = 200LL * 1024 * 1024;
+constexpr int kUnzipTimeoutMs = 120000;
+
+bool readAllJapan(const QByteArray& content, const QString& name, Collector& collector, QString& error,
+                  const std::function<void(const QString&)>& progress) {
+    const AllJapanRows file = readAllJapanCsv(content, name);
+    if (!file.ok) {
+        error = file.error;
+        return false;
+    }
+    progress(QStringLiteral("郵便番号データ: %1 行を読みました (続きの行をまとめて %2 件)")
+                 .arg(file.records)
+                 .arg(file.rows.size()));
+    collector.addRows(file.rows);
+    return true;
+}
+
+bool readWhole(const QString& path, QByteArray& content, QString& error) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = QStringLiteral("郵便番号データを読めません: %1 (%2)").arg(path, file.errorString());
+        return false;
+    }
+    if (file.size() > kMaxCsvBytes) {
+        error = QStringLiteral("郵便番号データとしては大きすぎます (%1 バイト): %2").arg(file.size()).arg(path);
+        return false;
+    }
+    content = file.readAll();
+    return true;
+}
+
+// A zip file that holds the CSV file: the one member whose name ends in ".csv".
+bool readAllJapanZip(const QString& zip, Collector& collector, QString& error,
+                     const std::function<void(const QString&)>& progress) {
+    if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty()) {
+        error = QStringLiteral("zip ファイルを開く unzip がありません (Debian パッケージ unzip): ") + zip;
+        return false;
+    }
+    QTemporaryDir work;
+    if (!work.isValid()) {
+        error = QStringLiteral("作業フォルダを作成できません");
+        return false;
+    }
+    if (!runTool(QStringLiteral("unzip"),
+                 {QStringLiteral("-qq"), QStringLiteral("-o"), QFileInfo(zip).absoluteFilePath(), QStringLiteral("-d"),
+                  work.path()},
+                 work.path(), kUnzipTimeoutMs, error)) {
+        // The first part of the message says how unzip ended; the rest is its own lengthy explanation.
+        error = QStringLiteral("zip ファイルを展開できません (壊れているか、途中で切れています): %1 (%2)")
+                    .arg(zip, error.section(QStringLiteral(": "), 0, 0));
+        return false;
+    }
+    QStringList found;
+    QDirIterator it(work.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        if (path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive))
+            found.append(path);
+    }
+    if (found.size() != 1) {
+        error = found.isEmpty()
+                    ? QStringLiteral("zip ファイルに CSV ファイルがありません: ") + zip
+                    : QStringLiteral("zip ファイルに CSV ファイルが %1 つあります。一つだけにしてください: %2")
+                          .arg(found.size())
+                          .arg(zip);
+        return false;
+    }
+    QByteArray content;
+    const QString member = QDir(work.path()).relativeFilePath(found.first());
+    return readWhole(found.first(), content, error) &&
+           readAllJapan(content, zip + QLatin1Char('/') + member, collector, error, progress);
+}
+
+// A file at hand: the npm package (.tgz), the all-Japan CSV file or a zip of it,
+// told apart by their first bytes rather than by their names.
+bool readFile(const QString& path, Collector& collector, QString& error,
+              const std::function<void(const QString&)>& progress) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = QStringLiteral("郵便番号データを読めません: %1 (%2)").arg(path, file.errorString());
+        return false;
+    }
+    const QByteArray head = file.read(4);
+    file.close();
+    if (head.startsWith("\x1f\x8b"))
+        return readPackage(path, collector, error);
+    if (head.startsWith("PK\x03\x04") || head.startsWith("PK\x05\x06"))
+        return readAllJapanZip(path, collector, error, progress);
+    QByteArray content;
+    return readWhole(path, content, error) && readAllJapan(content, path, collector, error, progress);
+}
+
 } // namespace
 
 bool npmAvailable() { return !QStandardPaths::findExecutable(QStringLiteral("npm")).isEmpty(); }
 
 PostcodeRows readPostcodes(Postcodes mode, const QString& packageFile,
-                           const std::function<void(const QString&)>& progress) {
+                           const std::function<void(const QString&)>& progress, bool sampleWhenOffline) {
     PostcodeRows result;
     Collector collector;
     switch (mode) {
@@ -169,7 +269,7 @@ PostcodeRows readPostcodes(Postcodes mode, const QString& packageFile,
         break;
     case Postcodes::File:
         progress(QStringLiteral("郵便番号データを読んでいます: ") + packageFile);
-        result.ok = readPackage(packageFile, collector, result.error);
+        result.ok = readFile(packageFile, collector, result.error, progress);
         break;
     case Postcodes::Npm: {
         progress(QStringLiteral("郵便番号データを npm から取得しています: ") + QString::fromLatin1(kPostcodePackage));
@@ -182,6 +282,10 @@ PostcodeRows readPostcodes(Postcodes mode, const QString& packageFile,
         }
         if (!download.isValid())
             why = QStringLiteral("作業フォルダを作成できません");
+        if (!sampleWhenOffline) {
+            result.error = QStringLiteral("郵便番号データを npm から取得できませんでした: ") + why;
+            break;
+        }
         result.note =
             QStringLiteral("郵便番号データを取得できませんでした (%1)。同梱の見本データだけを登録しました。").arg(why);
         progress(result.note);

@@ -21,9 +21,11 @@ struct PostcodeRows {
 // True when the npm client is on the PATH.
 bool npmAvailable();
 
-// Gathers the postcode rows from the source the mode names. The npm source
-// falls back to the compiled-in sample when the package cannot be fetched.
-PostcodeRows readPostcodes(Postcodes mode, const QString& packageFile,
-                           const std::function<void(const QString&)>& progress);
+// Gathers the postcode rows from the source the mode names, without repeated
+// rows. A file is the npm package (.tgz), the postal service's all-Japan CSV
+// file or a zip that holds it. The npm source falls back to the compiled-in
+// sample when the package cannot be fetched, unless sampleWhenOffline is false.
+PostcodeRows readPostcodes(Postcodes mode, const QString& file, const std::function<void(const QString&)>& progress,
+                           bool sampleWhenOffline = true);
 
 } // namespace setup

@@ -21,7 +21,7 @@ struct Server {
 enum class Postcodes {
     Npm,     // fetch the pinned postcode package with npm; the compiled-in sample when that fails
     Fixture, // the compiled-in sample only
-    File,    // a package .tgz already at hand
+    File,    // a file at hand: the package .tgz, or the postal service's all-Japan CSV file or its zip
 };
 
 struct Options {
@@ -31,7 +31,7 @@ struct Options {
     bool demo = false;
     std::optional<Server> server; // main database on PostgreSQL; else a desktop file
     Postcodes postcodes = Postcodes::Npm;
-    QString postcodeFile; // for Postcodes::File: a package .tgz of jquery-jpostal-ja
+    QString postcodeFile; // for Postcodes::File: a package .tgz of jquery-jpostal-ja, or the all-Japan .csv or .zip
 };
 
 struct Result {
