@@ -111,8 +111,14 @@ int main(int argc, char** argv) {
     parser.addOptions({help, version, root, demo, program, reportProgram, pgHost, pgPort, pgDatabase, pgUser,
                        pgPassword, dialect, postcodes, updatePostcodes, menu, noMenu});
 
-    if (!parser.parse(QCoreApplication::arguments()))
-        return usage(QStringLiteral("オプションの誤り / wrong option: ") + parser.errorText());
+    if (!parser.parse(QCoreApplication::arguments())) {
+        QStringList unknown = parser.unknownOptionNames();
+        if (unknown.isEmpty())
+            return usage(QStringLiteral("オプションの誤り / wrong option: ") + parser.errorText());
+        for (QString& name : unknown)
+            name.prepend(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"));
+        return usage(QStringLiteral("知らないオプションです / unknown option: ") + unknown.join(QStringLiteral(", ")));
+    }
     if (parser.isSet(help)) {
         QTextStream(stdout) << QString::fromUtf8(kUsage) << QString::fromUtf8(kHelp);
         return 0;

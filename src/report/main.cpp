@@ -2,6 +2,7 @@
 //
 //   担当者カード TEXT              mode 0: the print dialog, then the printer; mode 1: the preview window
 //   担当者カード TEXT --pdf FILE   the cards into a PDF file, without a window
+//   担当者カード --help | --version
 //
 // TEXT is the one argument text of fixed-width fields that the staff card
 // starts it with.
@@ -25,10 +26,15 @@
 namespace {
 
 QString usage() {
-    return QStringLiteral("使い方: 担当者カード 引数 [--pdf ファイル]\n"
-                          "  引数  操作事業所コード, モード (0 印刷, 1 プレビュ), 事業所・部門・セクション・役職・"
-                          "担当者コードの範囲, 在籍区分, 社員区分を固定長で並べた一つの文字列\n"
-                          "  --pdf ファイル  画面を出さずに PDF ファイルに書き出す");
+    return QString::fromUtf8(R"(使い方 / Usage: 担当者カード 引数 [--pdf ファイル]
+  引数 / TEXT     操作事業所コード, モード (0 印刷, 1 プレビュ), 事業所・部門・セクション・役職・担当者コードの範囲,
+                  在籍区分, 社員区分を固定長で並べた一つの文字列
+                  one text of fixed-width fields: the office of the run, the mode (0 print, 1 preview),
+                  the ranges of office, department, section, position and staff code, 在籍区分, 社員区分
+  --pdf ファイル  画面を出さずに PDF ファイルに書き出す
+  --pdf FILE      write the cards into a PDF file, without a window
+  --help          この説明 / this text
+  --version       版数 / the version)");
 }
 
 bool windowless(const QString& platform) {
@@ -48,7 +54,8 @@ int main(int argc, char** argv) {
 #endif
     bool toFile = false;
     for (int i = 1; i < argc; ++i)
-        toFile = toFile || QByteArray(argv[i]) == "--pdf" || QByteArray(argv[i]) == "--help";
+        toFile = toFile || QByteArray(argv[i]) == "--pdf" || QByteArray(argv[i]) == "--help" ||
+                 QByteArray(argv[i]) == "--version";
     // A PDF file needs no window; without a display the messages go to the error stream.
     const bool noDisplay = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     if ((toFile || noDisplay) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -65,6 +72,10 @@ int main(int argc, char** argv) {
         const QString& a = args.at(i);
         if (a == QLatin1String("--help")) {
             QTextStream(stdout) << usage() << Qt::endl;
+            return 担当者カード終了::正常;
+        }
+        if (a == QLatin1String("--version")) {
+            QTextStream(stdout) << 担当者カードプログラムID() << QStringLiteral(" " STAFF_VERSION) << Qt::endl;
             return 担当者カード終了::正常;
         }
         if (a == QLatin1String("--pdf")) {
