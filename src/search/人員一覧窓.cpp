@@ -1,8 +1,12 @@
 #include "search/人員一覧窓.h"
 
+#include "access/mod暗証番号.h"
+#include "access/mod操作許可.h"
 #include "link/mod連携データ処理.h"
 #include "platform/controls/fields.h"
 #include "platform/controls/tabtable.h"
+#include "platform/os/files.h"
+#include "platform/os/os.h"
 #include "shell/context.h"
 #include "shell/modデータ処理.h"
 #include "toolkit/mod項目編集.h"
@@ -12,7 +16,9 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 // ---- the statement
@@ -263,6 +269,11 @@ void 人員一覧窓::build() {
         buttons->addWidget(w);
     outer->addLayout(buttons);
     outer->addWidget(一覧, 1);
+    // The window's notices: what became of an export.
+    lab_お知らせ = label(this, QStringLiteral("lab_お知らせ"), QString());
+    lab_お知らせ->setFrameShape(QFrame::Panel);
+    lab_お知らせ->setFrameShadow(QFrame::Sunken);
+    outer->addWidget(lab_お知らせ);
     resize(controls::twips(10500), controls::twips(7000));
 
     tabTable = new controls::TabTable(this);
@@ -364,6 +375,17 @@ void 人員一覧窓::wire() {
     connect(btn_否定検索, &QPushButton::clicked, this, [this] { 検索(-1); });
     connect(btn_画面クリア, &QPushButton::clicked, this, [this] { btn_画面クリア_Click(); });
     一覧wire(一覧);
+
+    // The rows shown, to a file: from the list's menu or with Ctrl+E.
+    一覧->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(一覧, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        QMenu menu(this);
+        QAction* csv = menu.addAction(QStringLiteral("CSV出力…"));
+        if (menu.exec(一覧->viewport()->mapToGlobal(at)) == csv)
+            CSV出力();
+    });
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_E), this);
+    connect(shortcut, &QShortcut::activated, this, [this] { CSV出力(); });
 }
 
 void 人員一覧窓::読込() {
@@ -512,6 +534,63 @@ void 人員一覧窓::btn_画面クリア_Click() {
     状態show();
     一覧fill();
     一覧->setFocus(Qt::OtherFocusReason);
+}
+
+QString 一覧CSVmake(const QTreeWidget& list) {
+    // RFC 4180: a field with a comma, a quote or a line break goes in quotes,
+    // its quotes doubled; lines end in CR LF.
+    const auto field = [](const QString& text) {
+        if (!text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"')) &&
+            !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r')))
+            return text;
+        return QLatin1Char('"') + QString(text).replace(QStringLiteral("\""), QStringLiteral("\"\"")) +
+               QLatin1Char('"');
+    };
+    const auto line = [&field](const QStringList& texts) {
+        QStringList fields;
+        for (const QString& text : texts)
+            fields.append(field(text));
+        return fields.join(QLatin1Char(',')) + QStringLiteral("\r\n");
+    };
+    QStringList captions;
+    for (int c = 0; c < list.columnCount(); ++c)
+        captions.append(list.headerItem()->text(c));
+    QString csv = line(captions);
+    for (int r = 0; r < list.topLevelItemCount(); ++r) {
+        QStringList texts;
+        for (int c = 0; c < list.columnCount(); ++c)
+            texts.append(list.topLevelItem(r)->text(c));
+        csv += line(texts);
+    }
+    return csv;
+}
+
+void 人員一覧窓::CSV出力() {
+    lab_お知らせ->clear();
+    const 許可回答 answer =
+        操作許可chk(ctx, QStringLiteral("営業支援データ管理"), ctx.プログラムID, 操作番号::テキスト出力);
+    if (answer != 許可回答::許可) {
+        lab_お知らせ->setText(QStringLiteral("操作権限がありません。"));
+        return;
+    }
+    const QString folder = 空白(ctx.company.テキスト出力フォルダ) ? os::homeFolder() : ctx.company.テキスト出力フォルダ;
+    const QString name = def_.題 + QLatin1Char('_') + ctx.sys.now().toString(QStringLiteral("yyyyMMdd")) +
+                         QStringLiteral(".csv");
+    const QString path = ctx.dialogs->exportFile(this, QStringLiteral("CSVファイル (*.csv)|*.csv"),
+                                                 folder + パス区切り() + name);
+    if (path.isEmpty())
+        return;
+    int replaced = 0;
+    QString error;
+    if (!os::writeFile(path, CP932conv(一覧CSVmake(*一覧), &replaced), &error)) {
+        lab_お知らせ->setText(QStringLiteral("CSV出力できませんでした: ") + error);
+        return;
+    }
+    出力終了履歴add(ctx, QStringLiteral("CSV出力 ") + path);
+    QString notice = QStringLiteral("CSV出力しました: ") + path;
+    if (replaced > 0)
+        notice += QStringLiteral("（出力できない文字 %1 字を ? にしました）").arg(replaced);
+    lab_お知らせ->setText(notice);
 }
 
 void 人員一覧窓::選択窓open(controls::TextField* field, QPushButton* button, 窓種別 kind) {

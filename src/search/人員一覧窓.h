@@ -7,6 +7,7 @@
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QTreeWidget;
 
 namespace controls {
 class FocusEvents;
@@ -70,6 +71,10 @@ struct 人員一覧定義 {
 QString 人員一覧SQLmake(const 人員一覧定義& def, const 人員一覧状態& state, const QString& db, const QString& 検索条件,
                         const QString& 運用事業所コード, const QString& 操作事業所コード);
 
+// The rows of a list as CSV text: a caption row, then the rows in the
+// list's order, fields quoted where they need it, lines ending in CR LF.
+QString 一覧CSVmake(const QTreeWidget& list);
+
 // The search window over a master of persons.
 class 人員一覧窓 : public 検索窓 {
 public:
@@ -109,6 +114,11 @@ public:
     QPushButton* btn_画面クリア;
     QLabel* lab_注意;
     controls::ReportList* 一覧;
+    QLabel* lab_お知らせ;
+
+    // The rows and columns the list shows, in its order, to a CSV file in
+    // code page 932, under the operator's right of text output.
+    void CSV出力();
 
 protected:
     人員一覧状態 s_;

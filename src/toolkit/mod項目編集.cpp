@@ -477,3 +477,46 @@ QString 検索条件parse(const QString& 項目名, const QString& 条件文, QS
     }
     return value;
 }
+
+QByteArray CP932conv(const QString& text, int* 置換数) {
+    QByteArray out;
+    out.reserve(text.size() * 2);
+    int replaced = 0;
+    iconv_t cd = iconv_open("CP932", "UTF-16LE");
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        // A character outside the basic plane is two units and one character.
+        const qsizetype units = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+        char in[4];
+        for (qsizetype u = 0; u < units; ++u) {
+            const char16_t c = text.at(i + u).unicode();
+            in[2 * u] = static_cast<char>(c & 0xFF);
+            in[2 * u + 1] = static_cast<char>(c >> 8);
+        }
+        char buffer[8];
+        char* inPtr = in;
+        char* outPtr = buffer;
+        std::size_t inLeft = std::size_t(units) * 2;
+        std::size_t outLeft = sizeof buffer;
+        bool done = false;
+        if (cd != reinterpret_cast<iconv_t>(-1)) {
+            iconv(cd, nullptr, nullptr, nullptr, nullptr);
+            done = iconv(cd, &inPtr, &inLeft, &outPtr, &outLeft) != static_cast<std::size_t>(-1) && inLeft == 0;
+        } else if (text.at(i).unicode() < 0x80) {
+            buffer[0] = static_cast<char>(text.at(i).unicode());
+            outLeft = sizeof buffer - 1;
+            done = true;
+        }
+        if (done && outLeft < sizeof buffer) {
+            out.append(buffer, qsizetype(sizeof buffer - outLeft));
+        } else {
+            out.append('?');
+            ++replaced;
+        }
+        i += units - 1;
+    }
+    if (cd != reinterpret_cast<iconv_t>(-1))
+        iconv_close(cd);
+    if (置換数)
+        *置換数 = replaced;
+    return out;
+}

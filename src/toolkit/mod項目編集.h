@@ -32,6 +32,10 @@ void 文字数chk(お知らせ先& current, const QString& text, short limit);
 // negative limit gives the empty text.
 QString 文字数cut(const QString& text, short limit);
 
+// A text in the bytes of code page 932, as the suite's files hold it. A
+// character the code page cannot hold is written as "?"; 置換数 counts them.
+QByteArray CP932conv(const QString& text, int* 置換数 = nullptr);
+
 // The value formatted with a mask of zeros ("00000") and cut to the mask's
 // length; a value that is not a number is only cut. An empty mask returns the
 // value as it stands.

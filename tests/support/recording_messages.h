@@ -71,7 +71,7 @@ public:
     QStringList files;   // answers of openFile and saveFile, from the front; "" cancels
     QStringList folders; // answers of chooseFolder, from the front; "" cancels
     bool printAnswer = true;
-    QStringList asked;   // "open|filter|index|folder", "save|...", "folder|title|folder", "print|WxH"
+    QStringList asked;   // "open|filter|index|folder", "save|...", "export|filter|path", "folder|title|folder", "print|WxH"
 
     QString openFile(QWidget*, const QString& filter, int filterIndex, const QString& folder) override {
         asked.append(QStringLiteral("open|%1|%2|%3").arg(filter).arg(filterIndex).arg(folder));
@@ -79,6 +79,10 @@ public:
     }
     QString saveFile(QWidget*, const QString& filter, int filterIndex, const QString& folder) override {
         asked.append(QStringLiteral("save|%1|%2|%3").arg(filter).arg(filterIndex).arg(folder));
+        return files.isEmpty() ? QString() : files.takeFirst();
+    }
+    QString exportFile(QWidget*, const QString& filter, const QString& path) override {
+        asked.append(QStringLiteral("export|%1|%2").arg(filter, path));
         return files.isEmpty() ? QString() : files.takeFirst();
     }
     QString chooseFolder(QWidget*, const QString& title, const QString& folder) override {

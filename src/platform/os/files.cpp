@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 #include <cerrno>
 #include <cstring>
@@ -72,6 +73,15 @@ bool makeFolder(const QString& path, int* errorNumber, QString* errorText) {
 
 bool removeFile(const QString& path) {
     return QFile::remove(path);
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes, QString* errorText) {
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    if (errorText)
+        *errorText = file.errorString();
+    return false;
 }
 
 QStringList listFolder(const QString& folder, const QString& pattern) {

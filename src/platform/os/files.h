@@ -21,6 +21,9 @@ bool removeFolder(const QString& path);
 // number and text are given back.
 bool makeFolder(const QString& path, int* errorNumber = nullptr, QString* errorText = nullptr);
 bool removeFile(const QString& path);
+// Writes a whole file: the old one is replaced only once the new one is
+// complete. On failure the system's text is given back.
+bool writeFile(const QString& path, const QByteArray& bytes, QString* errorText = nullptr);
 // Names (without folder) of the entries of a folder that match a wildcard
 // pattern, in the order of their names.
 QStringList listFolder(const QString& folder, const QString& pattern);

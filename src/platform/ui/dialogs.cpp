@@ -45,6 +45,17 @@ QString ScreenDialogs::saveFile(QWidget* parent, const QString& filter, int filt
     return run(parent, filter, filterIndex, folder, QFileDialog::AcceptSave);
 }
 
+QString ScreenDialogs::exportFile(QWidget* parent, const QString& filter, const QString& path) {
+    // The folder and the proposed name of the path; replacing a file is confirmed.
+    QFileDialog dialog(parent, QString(), path);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilters(filters(filter));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().first();
+}
+
 QString ScreenDialogs::chooseFolder(QWidget* parent, const QString& title, const QString& folder) {
     return QFileDialog::getExistingDirectory(parent, title, folder);
 }

@@ -17,6 +17,9 @@ public:
     // A file named in the save form of the dialog: a name that does not exist may be typed.
     virtual QString saveFile(QWidget* parent, const QString& filter, int filterIndex, const QString& folder) = 0;
     virtual QString chooseFolder(QWidget* parent, const QString& title, const QString& folder) = 0;
+    // A file to write an export to, proposed as path (a folder and a name);
+    // the dialog asks before an existing file is replaced.
+    virtual QString exportFile(QWidget* parent, const QString& filter, const QString& path) = 0;
     // Prints a picture at its natural size on the printer the user chose.
     virtual bool printPicture(QWidget* parent, const QPixmap& picture) = 0;
 };
@@ -27,6 +30,7 @@ public:
     QString openFile(QWidget* parent, const QString& filter, int filterIndex, const QString& folder) override;
     QString saveFile(QWidget* parent, const QString& filter, int filterIndex, const QString& folder) override;
     QString chooseFolder(QWidget* parent, const QString& title, const QString& folder) override;
+    QString exportFile(QWidget* parent, const QString& filter, const QString& path) override;
     bool printPicture(QWidget* parent, const QPixmap& picture) override;
     static ScreenDialogs& instance();
 };
