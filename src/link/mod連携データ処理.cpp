@@ -231,25 +231,9 @@ void 連携利用者環境copy(Context& ctx) {
     // The report forms' linked tables follow the user's own copy, where the
     // desktop database tool could be registered; the form file opens with the
     // default engine.
-    if (ctx.DBツール登録 && ctx.DBツール登録(ctx)) {
-        db::TableLinks& links = *ctx.tableLinks;
-        if (links.open(s->reportフォルダ + sep() + QStringLiteral("repfrmdb.mdb"), QString())) {
-            const qint32 linkedTable = 1073741824;
-            const QString connect =
-                QStringLiteral(";DATABASE=") + s->reportフォルダ + sep() + QStringLiteral("repdb.mdb");
-            for (const db::TableDef& table : links.tableDefs()) {
-                if (table.attributes != linkedTable)
-                    continue;
-                if (!links.setConnect(table.name, connect))
-                    report(links.lastError());
-                if (!links.refreshLink(table.name))
-                    report(links.lastError());
-            }
-            links.close();
-        } else {
-            report(links.lastError());
-        }
-    }
+    if (ctx.DBツール登録 && ctx.DBツール登録(ctx))
+        帳票リンクrefresh(ctx, s->reportフォルダ + sep() + QStringLiteral("repfrmdb.mdb"), QString(),
+                          s->reportフォルダ + sep() + QStringLiteral("repdb.mdb"), report);
     ctx.wait.close();
 }
 

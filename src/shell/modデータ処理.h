@@ -13,6 +13,10 @@ bool 環境DBopen(Context& ctx);
 bool 環境DBreopen(Context& ctx);
 bool 業務DBopen(Context& ctx);
 void 利用者環境copy(Context& ctx);
+// Points the linked tables of a report form file at a report database; every
+// failure is handed to 報告 and the next step runs.
+void 帳票リンクrefresh(Context& ctx, const QString& 帳票file, const QString& エンジン, const QString& データfile,
+                   const std::function<void(const QString&)>& 報告);
 
 // The five statement routines. They never fail loudly: an error becomes a row
 // of the run history and the answer False. The open routines answer True when

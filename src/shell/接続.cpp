@@ -245,6 +245,26 @@ bool 業務DBopen(Context& ctx) {
     return 環境定義chk(ctx);
 }
 
+void 帳票リンクrefresh(Context& ctx, const QString& 帳票file, const QString& エンジン, const QString& データfile,
+                   const std::function<void(const QString&)>& 報告) {
+    db::TableLinks& links = *ctx.tableLinks;
+    if (!links.open(帳票file, エンジン)) {
+        報告(links.lastError());
+        return;
+    }
+    const qint32 linkedTable = 1073741824;
+    const QString connect = QStringLiteral(";DATABASE=") + データfile;
+    for (const db::TableDef& table : links.tableDefs()) {
+        if (table.attributes != linkedTable)
+            continue;
+        if (!links.setConnect(table.name, connect))
+            報告(links.lastError());
+        if (!links.refreshLink(table.name))
+            報告(links.lastError());
+    }
+    links.close();
+}
+
 void 利用者環境copy(Context& ctx) {
     const auto& f = ctx.folders;
     const auto report = [&](const QString& what) {
@@ -266,22 +286,7 @@ void 利用者環境copy(Context& ctx) {
     // The linked tables of a per-user report form file are pointed at the user's
     // own report database.
     const auto relink = [&](const QString& file, const QString& engine, const QString& repdb) {
-        db::TableLinks& links = *ctx.tableLinks;
-        if (!links.open(f.reportフォルダ + sep() + file, engine)) {
-            report(links.lastError());
-            return;
-        }
-        const qint32 linkedTable = 1073741824;
-        const QString connect = QStringLiteral(";DATABASE=") + f.reportフォルダ + sep() + repdb;
-        for (const db::TableDef& table : links.tableDefs()) {
-            if (table.attributes != linkedTable)
-                continue;
-            if (!links.setConnect(table.name, connect))
-                report(links.lastError());
-            if (!links.refreshLink(table.name))
-                report(links.lastError());
-        }
-        links.close();
+        帳票リンクrefresh(ctx, f.reportフォルダ + sep() + file, engine, f.reportフォルダ + sep() + repdb, report);
     };
 
     // Report databases are copied once. Their links are refreshed only where
