@@ -28,6 +28,11 @@ packages=(
     poppler-utils
     # fuzz targets
     clang libclang-rt-14-dev
+    # the Debian package: cpack takes the libraries' dependencies from dpkg-shlibdeps;
+    # the tests check the menu entry with desktop-file-validate
+    dpkg-dev desktop-file-utils
+    # staff-setup opens the postal service's zipped postcode file with unzip
+    unzip
 )
 
 # npm fetches the postcode data at set-up. It is asked for only when the

@@ -17,6 +17,8 @@
 
 #include <memory>
 
+#include <sys/stat.h>
+
 namespace setup {
 
 namespace {
@@ -191,6 +193,13 @@ private:
                                                 QStringLiteral(".setup-XXXXXX"));
         if (!temp_->isValid())
             return fail(QStringLiteral("作業フォルダを作成できません: %1 (%2)").arg(parent, temp_->errorString()));
+        // The work folder is made for its owner alone; renamed into the tree's
+        // root it must open to the others like any folder made here, since the
+        // tree is often a folder that the office shares.
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        if (::chmod(QFile::encodeName(temp_->path()).constData(), 0777 & ~mask) != 0)
+            return fail(QStringLiteral("作業フォルダの権限を設定できません: ") + temp_->path());
         for (const char* folder : kFolders) {
             if (!QDir(temp_->path()).mkpath(QString::fromUtf8(folder)))
                 return fail(QStringLiteral("フォルダを作成できません: ") + QString::fromUtf8(folder));

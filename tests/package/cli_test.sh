@@ -57,3 +57,26 @@ run "$setup_tool" --root "$work/x" --update-postcodes fixture --demo
 [ "$rc" -eq 2 ] || fail "staff-setup --update-postcodes --demo: exit code $rc"
 [ ! -e "$work/x" ] || fail "staff-setup made $work/x after a usage error"
 echo "staff-setup: usage errors refused"
+
+# The menu entry: a new tree needs a program to start; an existing installation gets only its entry.
+export XDG_DATA_HOME="$work/data-home"
+run "$setup_tool" --root "$work/new" --menu --postcodes fixture
+[ "$rc" -eq 2 ] || fail "staff-setup --menu without a program: exit code $rc"
+grep -q -- '--menu には prgbin に置くプログラムが要ります' "$work/err" || fail "staff-setup --menu without a program: $(cat "$work/err")"
+[ ! -e "$work/new" ] || fail "staff-setup made $work/new after a usage error"
+run "$setup_tool" --root "$work/inst" --postcodes fixture --program "$app"
+[ "$rc" -eq 0 ] || fail "staff-setup --root inst: exit code $rc: $(cat "$work/err")"
+before=$(cd "$work/inst" && find . -printf '%p %s %T@\n' | sort)
+run "$setup_tool" --root "$work/inst" --menu
+[ "$rc" -eq 0 ] || fail "staff-setup --menu on an installation: exit code $rc: $(cat "$work/err")"
+grep -q '^メニューに登録しました: ' "$work/out" || fail "staff-setup --menu said: $(cat "$work/out")"
+after=$(cd "$work/inst" && find . -printf '%p %s %T@\n' | sort)
+[ "$before" = "$after" ] || fail "the menu entry changed the installation"
+entries=("$XDG_DATA_HOME"/applications/staffmaster-*.desktop)
+[ -f "${entries[0]}" ] || fail "no menu entry was written"
+grep -qx "Exec=\"$work/inst/prgbin/担当者登録\"" "${entries[0]}" || fail "the entry: $(cat "${entries[0]}")"
+# An option that makes a tree is no menu-only run: the installation is not empty and is refused.
+run "$setup_tool" --root "$work/inst" --demo --menu --program "$app"
+[ "$rc" -eq 1 ] || fail "staff-setup --demo --menu on an installation: exit code $rc"
+grep -q 'インストール先フォルダが空ではありません' "$work/err" || fail "staff-setup --demo --menu: $(cat "$work/err")"
+echo "staff-setup --menu: a menu-only run on an installation, refusals elsewhere"

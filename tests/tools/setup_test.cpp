@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 using testdb::Engine;
@@ -365,6 +367,26 @@ TEST_P(SetupFailureTest, BadPostcodeFileIsNamed) {
     EXPECT_FALSE(result.ok);
     EXPECT_EQ(result.message, QStringLiteral("郵便番号データのファイルが見つかりません: ") + o.postcodeFile);
     EXPECT_TRUE(strayEntries({}).isEmpty());
+}
+
+// A tree on a shared folder is entered by the other users of the office: its
+// root opens to them as a folder made with the user's file mode mask.
+TEST(SetupPermissions, RootFollowsTheFileModeMask) {
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    const mode_t before = ::umask(022);
+    setup::Options o;
+    o.root = folder.filePath(QStringLiteral("shared/inst"));
+    o.postcodes = setup::Postcodes::Fixture;
+    const setup::Result result = setup::createInstallation(o);
+    ::umask(before);
+    ASSERT_TRUE(result.ok) << result.message.toStdString();
+    struct stat root {};
+    ASSERT_EQ(::stat(QFile::encodeName(o.root).constData(), &root), 0);
+    EXPECT_EQ(root.st_mode & 0777, 0755u);
+    struct stat prgbin {};
+    ASSERT_EQ(::stat(QFile::encodeName(o.root + QStringLiteral("/prgbin")).constData(), &prgbin), 0);
+    EXPECT_EQ(prgbin.st_mode & 0777, 0755u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, SetupFailureTest, ::testing::Values(Engine::Sqlite), testdb::engineParamName);
