@@ -6,8 +6,10 @@
 # A fresh cluster is made in a temporary folder. It listens on 127.0.0.1 at
 # the first free port from 55432 upward, keeps its Unix socket in that folder,
 # and lets the user "postgres" in without a password. The command sees
-# STAFF_TEST_PG=127.0.0.1:<port>. Whatever happens, the server is stopped and
-# the folder deleted afterwards; the exit code is the command's.
+# STAFF_TEST_PG=127.0.0.1:<port>, and STAFF_TEST_PGBIN, the folder of the
+# server's programs (initdb, pg_ctl, postgres), for tests that make a cluster
+# of their own. Whatever happens, the server is stopped and the folder deleted
+# afterwards; the exit code is the command's.
 #
 # When no server can be started: under CI=true that is a failure; otherwise a
 # warning is printed and the command runs without STAFF_TEST_PG, so the tests
@@ -137,9 +139,10 @@ $(tail -n 20 "$pg_dir/server.log" 2>/dev/null || echo '(no server log)')"
 
 if start_postgres; then
     export STAFF_TEST_PG
+    export STAFF_TEST_PGBIN="$pg_bin"
     say "PostgreSQL $("$pg_bin/postgres" --version | awk '{print $3}') is running at $STAFF_TEST_PG (STAFF_TEST_PG)"
 else
-    unset STAFF_TEST_PG
+    unset STAFF_TEST_PG STAFF_TEST_PGBIN
     if [ "${CI:-}" = "true" ]; then
         say "ERROR: could not start PostgreSQL: $reason"
         say "ERROR: under CI=true the PostgreSQL tests are required; stopping"

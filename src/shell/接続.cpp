@@ -29,11 +29,33 @@ bool containsIgnoringCase(const QString& text, const QString& word) {
     return text.contains(word, Qt::CaseInsensitive);
 }
 
+// The rows of a statement that found its server connection lost: the loss,
+// with the statement, and then whether the one reopen worked.
+void 接続回復履歴add(Context& ctx, const db::Recovery& r, const QString& sql) {
+    if (!r.lost)
+        return;
+    エラー履歴add(ctx, sql + r.loss.description);
+    if (r.reopened)
+        エラー履歴add(ctx, QStringLiteral("DB_REOPEN 接続を開き直しました。文を実行し直します。"));
+    else
+        エラー履歴add(ctx, QStringLiteral("DB_REOPEN ERROR") + QString::number(r.reopenError.number) +
+                                QLatin1Char(' ') + r.reopenError.description);
+}
+
+// The error row of a failed statement. When the loss of the connection was
+// its failure and no reopen followed, the loss row has said it already.
+void 文エラー履歴add(Context& ctx, const db::Recovery& r, const QString& sql, const db::Error& e) {
+    if (!r.lost || r.reopened)
+        エラー履歴add(ctx, sql + e.description);
+}
+
 } // namespace
 
 bool 業務SQLopen(Context& ctx, db::Recordset& rs, const QString& sql, bool 履歴) {
-    if (!rs.open(sql, ctx.conn.業務DB接続)) {
-        エラー履歴add(ctx, sql + rs.lastError().description);
+    const bool ok = rs.open(sql, ctx.conn.業務DB接続);
+    接続回復履歴add(ctx, rs.lastRecovery(), sql);
+    if (!ok) {
+        文エラー履歴add(ctx, rs.lastRecovery(), sql, rs.lastError());
         return false;
     }
     if (履歴)
@@ -42,8 +64,13 @@ bool 業務SQLopen(Context& ctx, db::Recordset& rs, const QString& sql, bool 履
 }
 
 bool 業務SQLexec(Context& ctx, const QString& sql, bool 履歴) {
-    if (!ctx.conn.業務DB接続.execute(sql)) {
-        エラー履歴add(ctx, sql + ctx.conn.業務DB接続.lastError().description);
+    db::Connection& cn = ctx.conn.業務DB接続;
+    const bool ok = cn.execute(sql);
+    const db::Recovery r = cn.lastRecovery();
+    const db::Error e = cn.lastError();
+    接続回復履歴add(ctx, r, sql);
+    if (!ok) {
+        文エラー履歴add(ctx, r, sql, e);
         return false;
     }
     if (履歴)
@@ -52,22 +79,30 @@ bool 業務SQLexec(Context& ctx, const QString& sql, bool 履歴) {
 }
 
 bool 環境SQLopen(Context& ctx, db::Recordset& rs, const QString& sql) {
-    if (!rs.open(sql, ctx.conn.環境DB接続)) {
-        // A failing history write must not log itself without end.
-        if (!containsIgnoringCase(sql, QStringLiteral("プログラム稼動履歴")))
-            エラー履歴add(ctx, sql + rs.lastError().description);
+    const bool ok = rs.open(sql, ctx.conn.環境DB接続);
+    // A failing history write must not log itself without end.
+    const bool 記録 = !containsIgnoringCase(sql, QStringLiteral("プログラム稼動履歴"));
+    if (記録)
+        接続回復履歴add(ctx, rs.lastRecovery(), sql);
+    if (!ok) {
+        if (記録)
+            文エラー履歴add(ctx, rs.lastRecovery(), sql, rs.lastError());
         return false;
     }
     return !rs.bof() && !rs.eof();
 }
 
 bool 環境SQLexec(Context& ctx, const QString& sql) {
-    if (!ctx.conn.環境DB接続.execute(sql)) {
-        if (!containsIgnoringCase(sql, QStringLiteral("プログラム稼動履歴")))
-            エラー履歴add(ctx, sql + ctx.conn.環境DB接続.lastError().description);
-        return false;
+    db::Connection& cn = ctx.conn.環境DB接続;
+    const bool ok = cn.execute(sql);
+    const db::Recovery r = cn.lastRecovery();
+    const db::Error e = cn.lastError();
+    if (!containsIgnoringCase(sql, QStringLiteral("プログラム稼動履歴"))) {
+        接続回復履歴add(ctx, r, sql);
+        if (!ok)
+            文エラー履歴add(ctx, r, sql, e);
     }
-    return true;
+    return ok;
 }
 
 bool 環境SQL記録exec(Context& ctx, const QString& sql) {

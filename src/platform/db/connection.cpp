@@ -14,6 +14,31 @@ namespace {
 
 QAtomicInteger<quint64> connectionCounter;
 
+// Whether an error says that the server connection has gone: the connection
+// failure class 08 of the server's codes, a shut-down or crash of the server
+// (57P01-57P03), or the client library's own words for a broken connection.
+bool connectionGone(const QSqlError& e) {
+    const QString code = e.nativeErrorCode();
+    if (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01") || code == QLatin1String("57P02") ||
+        code == QLatin1String("57P03"))
+        return true;
+    static const char* const words[] = {
+        "server closed the connection",
+        "terminating connection due to administrator command",
+        "no connection to the server",
+        "connection to server was lost",
+        "could not receive data from server",
+        "could not send data to server",
+        "ssl connection has been closed unexpectedly",
+        "communication link failure",
+    };
+    const QString text = (e.databaseText() + QLatin1Char(' ') + e.driverText()).toLower();
+    for (const char* w : words)
+        if (text.contains(QLatin1String(w)))
+            return true;
+    return false;
+}
+
 } // namespace
 
 Error engineError(const QSqlError& e) {
@@ -61,6 +86,8 @@ bool Connection::fail(long number, const QString& description) {
 bool Connection::open(const QString& connectionText) {
     close();
     error_.clear();
+    recovery_ = Recovery();
+    lossText_.clear();
     const ConnectionText parts = ConnectionText::parse(connectionText);
     engine_ = parts.engine();
 
@@ -158,14 +185,72 @@ bool Connection::isOpen() const {
 
 bool Connection::execute(const QString& sql) {
     error_.clear();
+    recovery_ = Recovery();
     if (!open_)
         return fail(kNotOpen, QStringLiteral("接続が開かれていません"));
     const Translation t = translate(sql, target());
     if (!t.ok)
         return fail(t.error.number, t.error.description);
-    QSqlQuery query(database());
-    if (!query.exec(t.sql)) {
-        error_ = engineError(query.lastError());
+    std::unique_ptr<QSqlQuery> query;
+    return run(query, t.sql, true);
+}
+
+bool Connection::run(std::unique_ptr<QSqlQuery>& query, const QString& text, bool forwardOnly) {
+    error_.clear();
+    recovery_ = Recovery();
+    const auto attempt = [&] {
+        query = std::make_unique<QSqlQuery>(database());
+        query->setForwardOnly(forwardOnly);
+        return query->exec(text);
+    };
+    // The server's driver closes its side when a statement found the
+    // connection broken; the next statement then gets no word from it at all.
+    if (serverEngine() && !database().isOpen()) {
+        recovery_.loss = Error{kConnectionLost,
+                               lossText_.isEmpty()
+                                   ? QStringLiteral("サーバーとの接続が切れています")
+                                   : QStringLiteral("サーバーとの接続が切れています (") + lossText_ + QLatin1Char(')')};
+    } else {
+        if (attempt())
+            return true;
+        const QSqlError e = query->lastError();
+        if (!serverEngine() || !(connectionGone(e) || !database().isOpen())) {
+            error_ = engineError(e);
+            return false;
+        }
+        lossText_ = engineError(e).description.simplified();
+        recovery_.loss = Error{kConnectionLost, QStringLiteral("サーバーとの接続が切れました: ") + lossText_};
+    }
+    recovery_.lost = true;
+    error_ = recovery_.loss;
+    query.reset();
+    if (!reopen(&recovery_.reopenError))
+        return false;
+    recovery_.reopened = true;
+    lossText_.clear();
+    if (attempt()) {
+        error_.clear();
+        return true;
+    }
+    const QSqlError e = query->lastError();
+    error_ = engineError(e);
+    if (connectionGone(e) || !database().isOpen()) {
+        lossText_ = error_.description.simplified();
+        error_ = Error{kConnectionLost, QStringLiteral("サーバーとの接続が切れました: ") + lossText_};
+    }
+    return false;
+}
+
+// Opens the connection again as the last open made it: the same server,
+// database, user and settings, all taken from the same connection text.
+bool Connection::reopen(Error* why) {
+    QSqlDatabase base = database();
+    base.close();
+    if (!base.open()) {
+        *why = engineError(base.lastError());
+        why->description = why->description.simplified();
+        if (why->number == kEngineError || why->number == kNoError)
+            why->number = kOpenFailed;
         return false;
     }
     return true;

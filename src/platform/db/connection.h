@@ -6,9 +6,21 @@
 
 #include <QString>
 
+#include <memory>
+
 class QSqlDatabase;
+class QSqlQuery;
 
 namespace db {
+
+// What a statement met when the server connection had gone: the loss as the
+// engine told it, and the one reopen that followed.
+struct Recovery {
+    bool lost = false;     // the statement found the server connection lost
+    Error loss;            // the loss in words, with the engine's own text
+    bool reopened = false; // the connection was opened again and the statement ran once more
+    Error reopenError;     // why the connection could not be opened again
+};
 
 // A connection to one database, opened from a connection text
 // ("Provider=...;User ID=...;Password=...;Data Source=...;").
@@ -39,7 +51,17 @@ public:
     // Runs one statement that returns no rows.
     bool execute(const QString& sql);
 
+    // Runs a text already in the engine's dialect on a new query of this
+    // connection; query holds it afterwards. When the server connection turns
+    // out to be lost, before or by this statement, the connection is opened
+    // once more with the same connection text and the statement runs again.
+    // No transaction is opened: each statement stands alone.
+    bool run(std::unique_ptr<QSqlQuery>& query, const QString& text, bool forwardOnly);
+
     const Error& lastError() const { return error_; }
+    // The loss and the reopen that the last statement met; lost is false when
+    // it found the connection as it should be.
+    const Recovery& lastRecovery() const { return recovery_; }
     Engine engine() const { return engine_; }
     Target target() const;
 
@@ -48,12 +70,16 @@ public:
 
 private:
     bool fail(long number, const QString& description);
+    bool serverEngine() const { return engine_ == Engine::Postgres || engine_ == Engine::Odbc; }
+    bool reopen(Error* why);
 
     QString name_;
+    QString lossText_; // the engine's text of the failure that lost the connection
     QString dialect_;
     Engine engine_ = Engine::None;
     bool open_ = false;
     Error error_;
+    Recovery recovery_;
 };
 
 } // namespace db

@@ -14,6 +14,7 @@ enum ErrorNumber : long {
     kNotOpen = 1003,            // the connection or recordset is not open
     kOpenFailed = 1004,         // the connection could not be opened
     kBadConnectionText = 1005,  // provider unknown or a required part missing
+    kConnectionLost = 1006,     // the server connection has gone
 };
 
 // An error as the program sees it: a number and a description.

@@ -20,6 +20,7 @@ Recordset::~Recordset() {
 bool Recordset::open(const QString& sql, Connection& connection) {
     close();
     error_.clear();
+    recovery_ = Recovery();
     if (!connection.isOpen()) {
         error_ = Error{kNotOpen, QStringLiteral("接続が開かれていません")};
         return false;
@@ -29,10 +30,10 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         error_ = t.error;
         return false;
     }
-    query_ = std::make_unique<QSqlQuery>(connection.database());
-    query_->setForwardOnly(true);
-    if (!query_->exec(t.sql)) {
-        error_ = engineError(query_->lastError());
+    const bool ran = connection.run(query_, t.sql, true);
+    recovery_ = connection.lastRecovery();
+    if (!ran) {
+        error_ = connection.lastError();
         query_.reset();
         return false;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/db/connection.h"
 #include "platform/db/error.h"
 
 #include <QString>
@@ -11,8 +12,6 @@
 class QSqlQuery;
 
 namespace db {
-
-class Connection;
 
 // One column of the current row.
 struct Field {
@@ -46,6 +45,10 @@ public:
     void moveNext();
 
     const Error& lastError() const { return error_; }
+    // The loss of the server connection that the open met, and its reopen.
+    const Recovery& lastRecovery() const { return recovery_; }
+    // The names of the result's columns, as the program knows them.
+    const QStringList& columnNames() const { return names_; }
 
 private:
     int indexOf(const QString& name) const;
@@ -56,6 +59,7 @@ private:
     bool bof_ = true;
     bool eof_ = true;
     Error error_;
+    Recovery recovery_;
 };
 
 } // namespace db
