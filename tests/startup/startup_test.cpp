@@ -33,15 +33,17 @@ protected:
         tree = std::make_unique<TestInstallation>(GetParam());
         ASSERT_TRUE(tree->ok()) << tree->error().toStdString();
     }
-    // One start with the given command line; true when it ended the process.
+    // One start with the given command line; true when it ended the process,
+    // with its exit code in exitCode.
     bool run(const QString& line, os::SingleInstance& instance, bool allowed = true) {
         tree->newContext();
         tree->sys.line = line;
+        exitCode = -1;
         try {
             担当者登録main(
                 ctx(), form, [allowed](Context&) { return allowed; }, instance);
         } catch (const ProcessEnded& e) {
-            EXPECT_EQ(e.code, 0);
+            exitCode = e.code;
             return true;
         }
         return false;
@@ -79,6 +81,7 @@ protected:
     std::unique_ptr<TestInstallation> tree;
     RecordingForm form;
     os::SingleInstance first;
+    int exitCode = -1;
 };
 
 const QStringList kShown{QStringLiteral("表示"), QStringLiteral("先頭項目focus")};
@@ -132,6 +135,7 @@ TEST_P(Startup, DatabaseGateShowsItsMessageAndEndsWithTheEndRow) {
                           "データソース名 = '/nowhere/main.accdb'"));
     EXPECT_TRUE(run(QString()));
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("データベースが使用できません。")});
+    EXPECT_EQ(exitCode, 1);
     EXPECT_TRUE(form.calls.isEmpty());
     const QStringList h = history();
     ASSERT_EQ(h.size(), 5) << h.join(QLatin1Char('\n')).toStdString();
@@ -148,6 +152,7 @@ TEST_P(Startup, MissingConfigurationShowsTheDatabaseMessage) {
     ASSERT_TRUE(QFile::remove(tree->configFile()));
     EXPECT_TRUE(run(QString()));
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("データベースが使用できません。")});
+    EXPECT_EQ(exitCode, 1);
     EXPECT_TRUE(form.calls.isEmpty());
 }
 
@@ -155,6 +160,7 @@ TEST_P(Startup, CompanyGateShowsItsMessageAndEndsWithTheEndRow) {
     main(QStringLiteral("DELETE FROM Mユーザ"));
     EXPECT_TRUE(run(QStringLiteral("00100012")));
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("ユーザ情報が使用できません。")});
+    EXPECT_EQ(exitCode, 3);
     EXPECT_TRUE(ctx().screen.新規フラグ);
     EXPECT_TRUE(form.calls.isEmpty());
     EXPECT_EQ(history(), (QStringList{QStringLiteral("開始 00100012"), QStringLiteral("終了")}));
@@ -166,6 +172,7 @@ TEST_P(Startup, FailingPersonnelLinkEndsWithoutTheEndRow) {
                        "WHERE コード = '002'"));
     EXPECT_TRUE(run(QString()));
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("人事就業管理連携データベースが使用できません。")});
+    EXPECT_EQ(exitCode, 4);
     EXPECT_TRUE(ctx().人事連携フラグ);
     EXPECT_TRUE(form.calls.isEmpty());
     const QStringList h = history();
@@ -192,6 +199,7 @@ TEST_P(Startup, LinkedPersonnelSystemIsOpenedAndTheScreenShown) {
 TEST_P(Startup, OperatorWithoutTheRightIsRefused) {
     EXPECT_TRUE(run(QStringLiteral("00100012"), false));
     EXPECT_EQ(tree->messages.texts(), QStringList{QStringLiteral("操作権限がありません。")});
+    EXPECT_EQ(exitCode, 5);
     EXPECT_TRUE(form.calls.isEmpty());
     EXPECT_EQ(history(), (QStringList{QStringLiteral("開始 00100012"), QStringLiteral("終了")}));
     // The menu row was written before the right was asked.
@@ -254,6 +262,8 @@ TEST_P(Startup, SecondPlainStartEndsSilentlyWhileTheFirstRuns) {
     form.calls.clear();
     os::SingleInstance second;
     EXPECT_TRUE(run(QString(), second));
+    // Giving way is no failure.
+    EXPECT_EQ(exitCode, 0);
     EXPECT_TRUE(form.calls.isEmpty());
     EXPECT_TRUE(tree->messages.shown.isEmpty());
     EXPECT_EQ(history(), (QStringList{QStringLiteral("開始 "), QStringLiteral("開始 "), QStringLiteral("終了")}));
