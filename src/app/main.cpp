@@ -13,6 +13,7 @@
 #include "shell/modデータ処理.h"
 #include "staff/frm担当者登録.h"
 #include "startup/mod担当者登録起動.h"
+#include "startup/導入点検.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -22,36 +23,11 @@
 
 namespace {
 
-// Opens the installation's two databases as a start does, reports what it
-// found on the standard output and ends as a run ends.
+// Checks the installation's databases and folders as a start needs them and
+// reports each check on the standard output; 0 when all passed, 1 otherwise.
 int checkInstallation(Context& ctx) {
     QTextStream out(stdout);
-    ctx.run.稼動連番 = 0;
-    ctx.run.起動コマンド = ctx.sys.commandLine().trimmed();
-    if (!環境DBopen(ctx)) {
-        out << "データベースが使用できません。 (configuration database of " << ctx.sys.programFolder() << ")"
-            << Qt::endl;
-        return 1;
-    }
-    開始履歴add(ctx);
-    if (!業務DBopen(ctx)) {
-        out << "データベースが使用できません。 (main database, dialect \"" << ctx.conn.db << "\")" << Qt::endl;
-        データ処理term(ctx);
-        return 1;
-    }
-    db::Recordset rs;
-    QString staff = QStringLiteral("?");
-    if (業務SQLopen(ctx, rs, QStringLiteral("SELECT COUNT(*) AS 件数 FROM M担当者")))
-        staff = rs.field(QStringLiteral("件数")).text();
-    rs.close();
-    out << "root:        " << ctx.folders.基準フォルダ << Qt::endl
-        << "conf:        " << ctx.folders.confフォルダ << Qt::endl
-        << "dialect:     " << ctx.conn.db << " (" << ctx.conn.プロバイダ名 << ")" << Qt::endl
-        << "office:      " << ctx.env.運用事業所コード << Qt::endl
-        << "staff rows:  " << staff << Qt::endl
-        << "databases:   ok" << Qt::endl;
-    データ処理term(ctx);
-    return 0;
+    return 導入点検(ctx, out);
 }
 
 // The usage and the version, printed before the application object exists,
@@ -129,7 +105,7 @@ int main(int argc, char** argv) {
     if (const qsizetype at = args.indexOf(QStringLiteral("--screenshot")); at >= 0) {
         if (at + 1 >= args.size()) {
             QTextStream(stderr) << "--screenshot needs the name of the PNG file to write" << Qt::endl;
-            return 2;
+            return 終了コード::引数;
         }
         screenshot = args.at(at + 1);
         args.remove(at, 2);
@@ -155,7 +131,7 @@ int main(int argc, char** argv) {
         if (!error.isEmpty())
             QTextStream(stderr) << error << Qt::endl;
         データ処理term(ctx);
-        ctx.sys.endProcess(error.isEmpty() ? 0 : 1);
+        ctx.sys.endProcess(error.isEmpty() ? 終了コード::正常 : 終了コード::画面保存);
     }
     return QApplication::exec();
 }
