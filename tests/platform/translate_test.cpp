@@ -125,6 +125,29 @@ TEST(Translate, DollarQuotedStringCannotHideASemicolon) {
     EXPECT_EQ(refused(sql, Target::Postgres), db::kMultipleStatements);
 }
 
+TEST(Translate, ACommentInsideACommentCannotHideASemicolonFromTheServer) {
+    // The server nests comments: for it the string below starts after the comment's end.
+    const QString sql = QStringLiteral("SELECT 1 /* /* */ 'x */ ; DROP TABLE M担当者; --'");
+    EXPECT_EQ(refused(sql, Target::Postgres), db::kTranslateError);
+    EXPECT_EQ(ok(QStringLiteral("SELECT 1 /* a comment */"), Target::Postgres), QStringLiteral("SELECT 1 /* a comment */"));
+}
+
+TEST(Translate, AnUnclosedBracketIsRefusedOnTheServer) {
+    // The server knows no brackets and would read the semicolon inside.
+    const QString sql = QStringLiteral("SELECT [a; DROP TABLE M担当者");
+    EXPECT_EQ(refused(sql, Target::Postgres), db::kTranslateError);
+    EXPECT_EQ(refused(sql, Target::OdbcOracle), db::kTranslateError);
+}
+
+TEST(Translate, TextThatIsNotValidUnicodeIsRefused) {
+    // Two different broken characters reach the engine as one replacement
+    // character: dollar quotes that differ here would match there.
+    QString sql = QStringLiteral("SELECT $#$ x $@$ ; DROP TABLE M担当者; $@$ y $#$");
+    sql.replace(QLatin1Char('#'), QChar(0xD800)).replace(QLatin1Char('@'), QChar(0xD801));
+    for (Target t : {Target::Sqlite, Target::Postgres, Target::OdbcNative, Target::OdbcOracle})
+        EXPECT_EQ(refused(sql, t), db::kTranslateError);
+}
+
 TEST(Translate, WhatCannotBeTranslatedIsAnErrorWithADescription) {
     EXPECT_EQ(refused(QStringLiteral("SELECT * FROM M担当者 WHERE コード IN (SELECT TOP 1 コード FROM M担当者)"),
                       Target::Sqlite),

@@ -463,11 +463,37 @@ void turnRightJoins(Tokens& t) {
     t = rebuilt;
 }
 
+// Text that the engine would read otherwise than the lexer does, so that no
+// one can tell how many statements it holds: broken characters (which reach
+// the engine as one and the same replacement character), and on a server a
+// bracket it does not know, or a comment inside a comment, which the
+// PostgreSQL server nests where the lexer does not.
+bool readAlike(const QString& sql, const Tokens& tokens, Target target, Error* error) {
+    if (!sql.isValidUtf16()) {
+        *error = Error{kTranslateError, QStringLiteral("文字として読めない符号があります (text that is not valid Unicode)")};
+        return false;
+    }
+    for (const Token& t : tokens) {
+        if (t.kind == Token::Bracketed && !t.closed && (target == Target::Postgres || target == Target::OdbcOracle)) {
+            *error = Error{kTranslateError, QStringLiteral("閉じていない [ があります (an unclosed bracketed name)")};
+            return false;
+        }
+        if (t.kind == Token::Comment && target == Target::Postgres && t.text.startsWith(QLatin1String("/*")) &&
+            t.text.indexOf(QLatin1String("/*"), 2) >= 0) {
+            *error = Error{kTranslateError, QStringLiteral("コメントの中のコメントは変換できません (a nested comment)")};
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 Translation translate(const QString& sql, Target target) {
     Tokens tokens = lex(sql);
     Error stop;
+    if (!readAlike(sql, tokens, target, &stop))
+        return Translation{false, {}, stop};
     if (!cutAtSemicolon(tokens, &stop))
         return Translation{false, {}, stop};
     QString error;
