@@ -7,9 +7,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 
 namespace setup {
 
@@ -31,27 +28,6 @@ QString configurationFile(const QString& root) {
     }
     return {};
 }
-
-// Runs the statements of the replacement on the engine's own connection, so
-// that nothing in between can reconnect and leave the transaction.
-class Replacement {
-public:
-    explicit Replacement(QSqlDatabase database) : database_(std::move(database)) {}
-
-    bool run(const QString& sql) {
-        QSqlQuery query(database_);
-        if (query.exec(sql))
-            return true;
-        error_ = query.lastError().text().simplified();
-        return false;
-    }
-
-    const QString& error() const { return error_; }
-
-private:
-    QSqlDatabase database_;
-    QString error_;
-};
 
 QString insertStatement(const QList<QStringList>& rows, qsizetype first, qsizetype last) {
     QString sql = QStringLiteral("INSERT INTO M郵便番号 (郵便番号, 住所A, 住所B) VALUES ");
@@ -133,34 +109,31 @@ Result updatePostcodes(const QString& rootGiven, Postcodes source, const QString
         before = count.field(QStringLiteral("件数")).value.toLongLong();
     }
 
-    QSqlDatabase database = main.database();
-    Replacement replacement(database);
+    // One transaction, so that a failure anywhere leaves the old rows; a lost
+    // connection inside it is not reopened.
     const auto failed = [&](const QString& what) {
-        database.rollback();
-        return Result{false, QStringLiteral("%1: %2\n郵便番号データは元のままです (%3 件)。")
-                                 .arg(what, replacement.error())
-                                 .arg(before)};
+        const QString why = main.lastError().description.simplified();
+        main.rollbackTransaction();
+        return Result{false,
+                      QStringLiteral("%1: %2\n郵便番号データは元のままです (%3 件)。").arg(what, why).arg(before)};
     };
-    if (!database.transaction())
+    if (!main.beginTransaction())
         return {false, QStringLiteral("業務データベースでトランザクションを始められません: ") +
-                           database.lastError().text().simplified()};
+                           main.lastError().description.simplified()};
     progress(QStringLiteral("郵便番号を入れ替えています: 0 / %1 件").arg(rows.size()));
-    if (!replacement.run(QStringLiteral("DELETE FROM M郵便番号")))
+    if (!main.execute(QStringLiteral("DELETE FROM M郵便番号")))
         return failed(QStringLiteral("M郵便番号 の行を消せません"));
     for (qsizetype first = 0; first < rows.size(); first += kRowsPerStatement) {
         const qsizetype last = std::min(rows.size(), first + kRowsPerStatement);
-        if (!replacement.run(insertStatement(rows, first, last)))
+        if (!main.execute(insertStatement(rows, first, last)))
             return failed(QStringLiteral("M郵便番号 に登録できません"));
         if (last % kRowsPerStep == 0 || last == rows.size())
             progress(QStringLiteral("郵便番号を入れ替えています: %1 / %2 件").arg(last).arg(rows.size()));
     }
-    if (!database.commit()) {
-        const QString why = database.lastError().text().simplified();
-        database.rollback();
+    if (!main.commitTransaction())
         return {false, QStringLiteral("郵便番号の入れ替えを確定できません: %1\n郵便番号データは元のままです (%2 件)。")
-                           .arg(why)
+                           .arg(main.lastError().description.simplified())
                            .arg(before)};
-    }
     QString message =
         QStringLiteral("郵便番号データを入れ替えました: %1 件 (前は %2 件): %3").arg(rows.size()).arg(before).arg(root);
     if (!postcodes.note.isEmpty())

@@ -109,6 +109,22 @@ TEST_F(ReconnectShared, EachLostStatementReopensOnce) {
     EXPECT_EQ(codes(cn), (QStringList{QStringLiteral("00001"), QStringLiteral("00002"), QStringLiteral("00003")}));
 }
 
+TEST_F(ReconnectShared, ALossInsideATransactionFailsAndIsNotReopened) {
+    // The work before the loss went with the session: running on would commit
+    // only the rest of it.
+    ASSERT_TRUE(cn.beginTransaction()) << cn.lastError().description.toStdString();
+    ASSERT_TRUE(cn.execute(QStringLiteral("INSERT INTO T (コード) VALUES ('00002')")));
+    terminate();
+    EXPECT_FALSE(cn.execute(QStringLiteral("INSERT INTO T (コード) VALUES ('00003')")));
+    EXPECT_TRUE(cn.lastRecovery().lost);
+    EXPECT_FALSE(cn.lastRecovery().reopened);
+    EXPECT_EQ(cn.lastError().number, db::kConnectionLost);
+    cn.rollbackTransaction();
+    // Out of the transaction the next statement reopens as usual; neither row landed.
+    EXPECT_EQ(codes(cn), QStringList{QStringLiteral("00001")});
+    EXPECT_TRUE(cn.lastRecovery().reopened);
+}
+
 // A cluster of this test's own, stopped and started between statements.
 class ReconnectRestart : public ::testing::Test {
 protected:

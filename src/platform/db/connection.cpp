@@ -224,7 +224,7 @@ bool Connection::run(std::unique_ptr<QSqlQuery>& query, const QString& text, boo
     recovery_.lost = true;
     error_ = recovery_.loss;
     query.reset();
-    if (!reopen(&recovery_.reopenError))
+    if (inTransaction_ || !reopen(&recovery_.reopenError))
         return false;
     recovery_.reopened = true;
     lossText_.clear();
@@ -239,6 +239,36 @@ bool Connection::run(std::unique_ptr<QSqlQuery>& query, const QString& text, boo
         error_ = Error{kConnectionLost, QStringLiteral("サーバーとの接続が切れました: ") + lossText_};
     }
     return false;
+}
+
+bool Connection::beginTransaction() {
+    error_.clear();
+    if (!open_)
+        return fail(kNotOpen, QStringLiteral("接続が開かれていません"));
+    QSqlDatabase base = database();
+    if (!base.transaction()) {
+        error_ = engineError(base.lastError());
+        return false;
+    }
+    inTransaction_ = true;
+    return true;
+}
+
+bool Connection::commitTransaction() {
+    error_.clear();
+    QSqlDatabase base = database();
+    const bool done = base.commit();
+    if (!done) {
+        error_ = engineError(base.lastError());
+        base.rollback();
+    }
+    inTransaction_ = false;
+    return done;
+}
+
+void Connection::rollbackTransaction() {
+    database().rollback();
+    inTransaction_ = false;
 }
 
 // Opens the connection again as the last open made it: the same server,

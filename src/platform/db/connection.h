@@ -55,8 +55,16 @@ public:
     // connection; query holds it afterwards. When the server connection turns
     // out to be lost, before or by this statement, the connection is opened
     // once more with the same connection text and the statement runs again.
-    // No transaction is opened: each statement stands alone.
+    // No transaction is opened: each statement stands alone. Inside a
+    // transaction of beginTransaction a lost connection is not reopened: the
+    // statement fails, since the work before it is gone with the connection.
     bool run(std::unique_ptr<QSqlQuery>& query, const QString& text, bool forwardOnly);
+
+    // One transaction over the statements that follow, for tools that replace
+    // a table's rows as a whole. The program's own saves use none.
+    bool beginTransaction();
+    bool commitTransaction();
+    void rollbackTransaction();
 
     const Error& lastError() const { return error_; }
     // The loss and the reopen that the last statement met; lost is false when
@@ -78,6 +86,7 @@ private:
     QString dialect_;
     Engine engine_ = Engine::None;
     bool open_ = false;
+    bool inTransaction_ = false;
     Error error_;
     Recovery recovery_;
 };
