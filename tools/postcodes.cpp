@@ -260,7 +260,9 @@ bool readFile(const QString& path, Collector& collector, QString& error,
 bool npmAvailable() { return !QStandardPaths::findExecutable(QStringLiteral("npm")).isEmpty(); }
 
 PostcodeRows readPostcodes(Postcodes mode, const QString& packageFile,
-                           const std::function<void(const QString&)>& progress, bool sampleWhenOffline) {
+                           const std::function<void(const QString&)>& progressGiven, bool sampleWhenOffline) {
+    const std::function<void(const QString&)> progress =
+        progressGiven ? progressGiven : [](const QString&) {}; // a caller may want no progress lines
     PostcodeRows result;
     Collector collector;
     switch (mode) {

@@ -25,6 +25,7 @@ bool npmAvailable();
 // rows. A file is the npm package (.tgz), the postal service's all-Japan CSV
 // file or a zip that holds it. The npm source falls back to the compiled-in
 // sample when the package cannot be fetched, unless sampleWhenOffline is false.
+// progress, when given, gets a line at each step.
 PostcodeRows readPostcodes(Postcodes mode, const QString& file, const std::function<void(const QString&)>& progress,
                            bool sampleWhenOffline = true);
 

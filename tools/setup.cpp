@@ -239,6 +239,26 @@ private:
         return true;
     }
 
+    // The row of データベース定義 that names a main database: the server's, or a
+    // desktop file of the provider given.
+    static Values definitionRow(const std::optional<Server>& server, const QString& provider, const QString& file) {
+        Values definition{{QStringLiteral("情報種類"), QStringLiteral("GNR")}};
+        if (server) {
+            definition += {{QStringLiteral("db"), server->dialect},
+                           {QStringLiteral("プロバイダ名"), QStringLiteral("PostgreSQL")},
+                           {QStringLiteral("データベース名"), server->database},
+                           {QStringLiteral("ユーザーID"), server->user},
+                           {QStringLiteral("パスワード"), server->password},
+                           {QStringLiteral("データソース名"), sourceName(*server)},
+                           {QStringLiteral("サーバー名"), dataSource(*server)}};
+        } else {
+            definition += {{QStringLiteral("db"), QStringLiteral("A")},
+                           {QStringLiteral("プロバイダ名"), provider},
+                           {QStringLiteral("データソース名"), file}};
+        }
+        return definition;
+    }
+
     // The environment row of a new installation: the head office, shared folders.
     static Values environmentRow() {
         Values environment{{QStringLiteral("動作環境定義ID"), QStringLiteral("001")},
@@ -261,21 +281,8 @@ private:
             !createTables(config, schema::Database::Configuration, schema::Flavor::Sqlite))
             return false;
         RowWriter writer(config, schema::Database::Configuration);
-        Values definition{{QStringLiteral("情報種類"), QStringLiteral("GNR")}};
-        if (options_.server) {
-            const Server& server = *options_.server;
-            definition += {{QStringLiteral("db"), server.dialect},
-                           {QStringLiteral("プロバイダ名"), QStringLiteral("PostgreSQL")},
-                           {QStringLiteral("データベース名"), server.database},
-                           {QStringLiteral("ユーザーID"), server.user},
-                           {QStringLiteral("パスワード"), server.password},
-                           {QStringLiteral("データソース名"), sourceName(server)},
-                           {QStringLiteral("サーバー名"), dataSource(server)}};
-        } else {
-            definition += {{QStringLiteral("db"), QStringLiteral("A")},
-                           {QStringLiteral("プロバイダ名"), QString::fromLatin1(kDesktopProvider)},
-                           {QStringLiteral("データソース名"), root_ + QStringLiteral("/data/main.accdb")}};
-        }
+        const Values definition = definitionRow(options_.server, QString::fromLatin1(kDesktopProvider),
+                                                root_ + QStringLiteral("/data/main.accdb"));
         const bool written = writer.insert(QStringLiteral("データベース定義"), definition) &&
                              writer.insert(QStringLiteral("動作環境定義"), environmentRow()) &&
                              writer.insert(QStringLiteral("営業支援データ管理"),
@@ -339,7 +346,7 @@ private:
                 return fail(QStringLiteral("フォルダを作成できません: ") + QString::fromUtf8(folder));
         }
         const QString app = root_ + QStringLiteral("/jinji");
-        Values definition{{QStringLiteral("情報種類"), QStringLiteral("GNR")}};
+        Values definition;
         Values link{{QStringLiteral("連携有無区分"), QStringLiteral("1")},
                     {QStringLiteral("連携アプリフォルダ"), app}};
         db::Connection personnel;
@@ -353,13 +360,7 @@ private:
                 return fail(QStringLiteral("人事就業管理のデータベースに接続できません: ") +
                             personnel.lastError().description);
             flavor = schema::Flavor::Postgres;
-            definition += {{QStringLiteral("db"), server.dialect},
-                           {QStringLiteral("プロバイダ名"), QStringLiteral("PostgreSQL")},
-                           {QStringLiteral("データベース名"), server.database},
-                           {QStringLiteral("ユーザーID"), server.user},
-                           {QStringLiteral("パスワード"), server.password},
-                           {QStringLiteral("データソース名"), sourceName(server)},
-                           {QStringLiteral("サーバー名"), dataSource(server)}};
+            definition = definitionRow(server, {}, {});
             link += {{QStringLiteral("連携DB"), server.dialect},
                      {QStringLiteral("連携データベース名"), server.database},
                      {QStringLiteral("連携ユーザーID"), server.user},
@@ -370,9 +371,7 @@ private:
             if (!openDesktop(personnel, QStringLiteral("jinji/data/jinji.mdb")))
                 return false;
             const QString file = app + QStringLiteral("/data/jinji.mdb");
-            definition += {{QStringLiteral("db"), QStringLiteral("A")},
-                           {QStringLiteral("プロバイダ名"), QStringLiteral("Microsoft.Jet.OLEDB.4.0")},
-                           {QStringLiteral("データソース名"), file}};
+            definition = definitionRow(std::nullopt, QStringLiteral("Microsoft.Jet.OLEDB.4.0"), file);
             link += {{QStringLiteral("連携DB"), QStringLiteral("A")}, {QStringLiteral("連携データソース名"), file}};
         }
         if (!createTables(personnel, schema::Database::Personnel, flavor))
