@@ -4,8 +4,10 @@
 //    staff read, the three era reads and the use check over 22 tables;
 //  - one save of a new record: the free-code check, the INSERT with its history
 //    row, the black log row with its history number and the telephone directory.
-// Each program benchmark reports its time as a ratio to its raw counterpart
-// ("ratio_to_raw").
+// Each runs on a desktop tree against SQLite's own library and, when
+// STAFF_TEST_PG names a server, on a tree whose main database is on the
+// server against its client library. Each program benchmark reports its time
+// as a ratio to its raw counterpart ("ratio_to_raw").
 //
 // The tree holds 100,000 staff rows and 1,000,000 rows in the tables of the use
 // check. Those rows refer only to staff above 50000; the field exit reads staff
@@ -36,6 +38,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -81,31 +84,50 @@ QString date(int year, int month, int day) { return pad(year, 4) + pad(month, 2)
 
 // ---- the installation tree
 
+class Raw;
+
 class Tree {
 public:
-    Tree() {
+    explicit Tree(bench::Engine engine) : engine_(engine) {
         const auto start = std::chrono::steady_clock::now();
         root_ = dir_.path() + QStringLiteral("/root");
         setup::Options options;
         options.root = root_;
         options.postcodes = setup::Postcodes::Fixture;
+        if (engine == bench::Engine::Postgres) {
+            // The installation tool makes the database; it is dropped at the end.
+            server_ = std::make_unique<bench::ServerDatabase>(QStringLiteral("card"), false);
+            setup::Server s;
+            s.host = bench::pgServer()->host;
+            s.port = bench::pgServer()->port;
+            s.database = server_->name();
+            s.user = QStringLiteral("postgres");
+            options.server = s;
+        }
         const setup::Result made = setup::createInstallation(options);
         if (!made.ok)
             qFatal("cannot make the installation tree: %s", qPrintable(made.message));
         db::Connection cn;
-        if (!cn.open(bench::desktopConnectionText(mainFile())))
+        if (!cn.open(setup::mainConnectionText(options)))
             qFatal("cannot open the main database: %s", qPrintable(cn.lastError().description));
-        run(cn, QStringLiteral("PRAGMA synchronous = OFF"));
+        if (engine == bench::Engine::Sqlite)
+            run(cn, QStringLiteral("PRAGMA synchronous = OFF"));
         fillStaff(cn);
         fillUse(cn);
+        if (engine == bench::Engine::Postgres)
+            run(cn, QStringLiteral("ANALYZE"));
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        std::fprintf(stderr, "set-up: tree and %d staff rows, %d rows in %d use tables: %.1f s\n", kStaffRows, kUseRows,
-                     kUseTableCount, seconds);
+        std::fprintf(stderr, "set-up (%s): tree and %d staff rows, %d rows in %d use tables: %.1f s\n",
+                     bench::engineName(engine), kStaffRows, kUseRows, kUseTableCount, seconds);
     }
 
     const QString& root() const { return root_; }
+    bench::Engine engine() const { return engine_; }
     QString mainFile() const { return root_ + QStringLiteral("/data/main.accdb"); }
     QString configFile() const { return root_ + QStringLiteral("/conf/usrcnfg.accdb"); }
+    // The raw engine on the main database: SQLite's library on the file, the
+    // client library on the server.
+    std::unique_ptr<Raw> openMain() const;
 
 private:
     static void run(db::Connection& cn, const QString& sql) {
@@ -212,21 +234,26 @@ private:
         }
     }
 
+    bench::Engine engine_;
+    std::unique_ptr<bench::ServerDatabase> server_;
     QTemporaryDir dir_;
     QString root_;
 };
 
-Tree& tree() {
-    static Tree t;
-    return t;
+Tree& tree(bench::Engine engine) {
+    static std::map<bench::Engine, std::unique_ptr<Tree>> trees;
+    auto& t = trees[engine];
+    if (!t)
+        t = std::make_unique<Tree>(engine);
+    return *t;
 }
 
 // ---- the program, started on the tree as the card starts
 
 class Program {
 public:
-    Program() : ctx(system, messages, wait) {
-        system.folder = tree().root() + QStringLiteral("/prgbin");
+    explicit Program(bench::Engine engine) : ctx(system, messages, wait) {
+        system.folder = tree(engine).root() + QStringLiteral("/prgbin");
         if (!環境DBopen(ctx) || !業務DBopen(ctx) || !ユーザ情報read(ctx))
             qFatal("the program cannot start on the tree");
         form = std::make_unique<frm担当者登録>(ctx);
@@ -240,14 +267,45 @@ public:
     std::unique_ptr<frm担当者登録> form;
 };
 
-Program& program() {
-    static Program p;
-    return p;
+Program& program(bench::Engine engine) {
+    static std::map<bench::Engine, std::unique_ptr<Program>> programs;
+    auto& p = programs[engine];
+    if (!p)
+        p = std::make_unique<Program>(engine);
+    return *p;
 }
 
 // ---- the raw engine
 
-class Handle {
+// What the raw side asks of a database.
+class Raw {
+public:
+    virtual ~Raw() = default;
+    // Runs a statement that returns no rows.
+    virtual bool exec(const QString& sql) = 0;
+    // The first row of a query, the columns at the positions asked for (all of them for none).
+    virtual std::optional<std::vector<QString>> first(const QString& sql, std::initializer_list<int> columns = {}) = 0;
+    long count(const QString& sql) {
+        const auto row = first(sql, {0});
+        return row ? row->front().toLong() : -1;
+    }
+};
+
+// The server through its client library.
+class PgRaw : public Raw {
+public:
+    explicit PgRaw(const QByteArray& conninfo) : h_(conninfo) {}
+    bool exec(const QString& sql) override { return h_.exec(sql); }
+    std::optional<std::vector<QString>> first(const QString& sql, std::initializer_list<int> columns = {}) override {
+        return h_.first(sql, columns);
+    }
+
+private:
+    bench::PgHandle h_;
+};
+
+// A desktop database file through SQLite's library.
+class Handle : public Raw {
 public:
     explicit Handle(const QString& file) {
         if (sqlite3_open_v2(file.toUtf8().constData(), &h_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
@@ -258,8 +316,7 @@ public:
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
-    // Runs a statement that returns no rows.
-    bool exec(const QString& sql) {
+    bool exec(const QString& sql) override {
         const QByteArray text = sql.toUtf8();
         sqlite3_stmt* stmt = nullptr;
         if (sqlite3_prepare_v2(h_, text.constData(), static_cast<int>(text.size()), &stmt, nullptr) != SQLITE_OK)
@@ -269,8 +326,7 @@ public:
         return done;
     }
 
-    // The first row of a query, the columns at the positions asked for (all of them for none).
-    std::optional<std::vector<QString>> first(const QString& sql, std::initializer_list<int> columns = {}) {
+    std::optional<std::vector<QString>> first(const QString& sql, std::initializer_list<int> columns = {}) override {
         const QByteArray text = sql.toUtf8();
         sqlite3_stmt* stmt = nullptr;
         if (sqlite3_prepare_v2(h_, text.constData(), static_cast<int>(text.size()), &stmt, nullptr) != SQLITE_OK)
@@ -292,14 +348,15 @@ public:
         return row;
     }
 
-    long count(const QString& sql) {
-        const auto row = first(sql, {0});
-        return row ? row->front().toLong() : -1;
-    }
-
 private:
     sqlite3* h_ = nullptr;
 };
+
+std::unique_ptr<Raw> Tree::openMain() const {
+    if (engine_ == bench::Engine::Postgres)
+        return std::make_unique<PgRaw>(server_->conninfo());
+    return std::make_unique<Handle>(mainFile());
+}
 
 QString doubled(QString text) { return text.replace(QLatin1Char('\''), QStringLiteral("''")); }
 
@@ -314,8 +371,11 @@ struct StaffRead {
     QString head, tail;
 };
 
-const StaffRead& staffRead() {
-    static const StaffRead read = [] {
+const StaffRead& staffRead(bench::Engine engine) {
+    static std::map<bench::Engine, StaffRead> reads;
+    if (reads.count(engine))
+        return reads.at(engine);
+    const StaffRead read = [engine] {
         const QString marker = QStringLiteral("#####");
         const db::Translation t = db::translate(
             QStringLiteral(
@@ -326,13 +386,13 @@ const StaffRead& staffRead() {
                     "M担当者 ON M事業所.コード = M担当者.事業所コード) ON M部門.コード = M担当者.部門コード) ON "
                     "Mセクション.コード = M担当者.セクションコード) ON M役職.コード = M担当者.役職コード") +
                 QStringLiteral(" WHERE M担当者.コード = '") + marker + QStringLiteral("'"),
-            db::Target::Sqlite);
+            engine == bench::Engine::Sqlite ? db::Target::Sqlite : db::Target::Postgres);
         const qsizetype at = t.sql.indexOf(marker);
         if (!t.ok || at < 0 || t.sql.indexOf(marker, at + 1) >= 0)
             qFatal("the staff read does not translate as expected");
         return StaffRead{t.sql.left(at), t.sql.mid(at + marker.size())};
     }();
-    return read;
+    return reads[engine] = read;
 }
 
 // The columns of M担当者 as the save writes them: the table's columns without アクセス権限.
@@ -363,9 +423,14 @@ QString readCode(long i) { return pad(i % kReadCodes + 1, 5); }
 // staff read translated once, beforehand), columns are taken by position, the fiscal period ends that
 // kind 0 does not use are not computed, a taken access number would be an error instead of a re-draw,
 // and the folder is read with opendir/readdir and fnmatch.
-void FieldExit_Raw(benchmark::State& state) {
-    Handle main(tree().mainFile());
-    const Context& ctx = program().ctx;
+std::string key(const char* path, bench::Engine engine) {
+    return std::string(path) + '/' + bench::engineName(engine);
+}
+
+void FieldExit_Raw(benchmark::State& state, bench::Engine engine) {
+    const std::unique_ptr<Raw> owned = tree(engine).openMain();
+    Raw& main = *owned;
+    const Context& ctx = program(engine).ctx;
     const QString office = ctx.run.操作事業所コード;
     const QString operatorCode = ctx.op.操作担当者コード;
     const QString userId = ctx.terminal.ユーザID + ctx.op.操作担当者コード + ctx.terminal.コンピュータ名;
@@ -423,7 +488,7 @@ void FieldExit_Raw(benchmark::State& state) {
             break;
         }
         // The staff row. Its dates are columns 8 (生年月日), 25 (入社日付) and 26 (退社日付).
-        const auto staff = main.first(staffRead().head + code + staffRead().tail);
+        const auto staff = main.first(staffRead(engine).head + code + staffRead(engine).tail);
         if (!staff || staff->front() != code) {
             state.SkipWithError("no staff row");
             break;
@@ -456,16 +521,17 @@ void FieldExit_Raw(benchmark::State& state) {
             }
         }
     }
-    bench::rememberRaw("FieldExit", bench::nsPerIteration(start, state));
+    bench::rememberRaw(key("FieldExit", engine), bench::nsPerIteration(start, state));
     if (main.count(QStringLiteral("SELECT COUNT(*) FROM T閲覧")) !=
         accessBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the access records written do not match the iterations");
 }
 
-void FieldExit_Program(benchmark::State& state) {
-    Context& ctx = program().ctx;
-    frm担当者登録& form = *program().form;
-    Handle check(tree().mainFile());
+void FieldExit_Program(benchmark::State& state, bench::Engine engine) {
+    Context& ctx = program(engine).ctx;
+    frm担当者登録& form = *program(engine).form;
+    const std::unique_ptr<Raw> owned = tree(engine).openMain();
+    Raw& check = *owned;
     const long accessBefore = check.count(QStringLiteral("SELECT COUNT(*) FROM T閲覧"));
     long i = 0;
     const auto start = std::chrono::steady_clock::now();
@@ -490,7 +556,7 @@ void FieldExit_Program(benchmark::State& state) {
     if (check.count(QStringLiteral("SELECT COUNT(*) FROM T閲覧")) !=
         accessBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the access records written do not match the iterations");
-    bench::reportRatio(state, "FieldExit", ns);
+    bench::reportRatio(state, key("FieldExit", engine), ns);
 }
 
 // ---- save
@@ -589,10 +655,11 @@ QString valueList(const QStringList& values) {
 // Where it differs from the program: its statements are written in the engine's own dialect,
 // columns are taken by position, the record's texts are not put through the quote doubling
 // (none holds a quote), the empty PIN is written without the codec, and no events are processed.
-void Save_Raw(benchmark::State& state) {
-    Handle main(tree().mainFile());
-    Handle config(tree().configFile());
-    const Context& ctx = program().ctx;
+void Save_Raw(benchmark::State& state, bench::Engine engine) {
+    const std::unique_ptr<Raw> owned = tree(engine).openMain();
+    Raw& main = *owned;
+    Handle config(tree(engine).configFile());
+    const Context& ctx = program(engine).ctx;
     const QString office = ctx.run.操作事業所コード;
     const QString userId = ctx.terminal.ユーザID + ctx.op.操作担当者コード + ctx.terminal.コンピュータ名;
     const QString names = staffColumns().join(QLatin1Char(','));
@@ -658,15 +725,16 @@ void Save_Raw(benchmark::State& state) {
             r.住所A + QStringLiteral("', '") + r.住所B + QStringLiteral("', '") + r.住所C + QStringLiteral("', '") +
             digits + QStringLiteral("', '0', '") + userId + QStringLiteral("', '") + stamp() + QStringLiteral("')"));
     }
-    bench::rememberRaw("Save", bench::nsPerIteration(start, state));
+    bench::rememberRaw(key("Save", engine), bench::nsPerIteration(start, state));
     if (main.count(QStringLiteral("SELECT COUNT(*) FROM L担当者")) != logBefore + static_cast<long>(state.iterations()))
         state.SkipWithError("the log rows written do not match the iterations");
 }
 
-void Save_Program(benchmark::State& state) {
-    Context& ctx = program().ctx;
-    Handle main(tree().mainFile());
-    Handle config(tree().configFile());
+void Save_Program(benchmark::State& state, bench::Engine engine) {
+    Context& ctx = program(engine).ctx;
+    const std::unique_ptr<Raw> owned = tree(engine).openMain();
+    Raw& main = *owned;
+    Handle config(tree(engine).configFile());
     const long logBefore = main.count(QStringLiteral("SELECT COUNT(*) FROM L担当者"));
     const long phonesBefore = main.count(QStringLiteral("SELECT COUNT(*) FROM M電話番号"));
     const long historyBefore = config.count(QStringLiteral("SELECT COUNT(*) FROM プログラム稼動履歴"));
@@ -692,15 +760,10 @@ void Save_Program(benchmark::State& state) {
         main.count(QStringLiteral("SELECT COUNT(*) FROM M電話番号")) != phonesBefore + saved ||
         config.count(QStringLiteral("SELECT COUNT(*) FROM プログラム稼動履歴")) != historyBefore + saved)
         state.SkipWithError("the log, directory and history rows do not match the iterations");
-    bench::reportRatio(state, "Save", ns);
+    bench::reportRatio(state, key("Save", engine), ns);
 }
 
 } // namespace
-
-BENCHMARK(FieldExit_Raw)->Unit(benchmark::kMicrosecond);
-BENCHMARK(FieldExit_Program)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Save_Raw)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Save_Program)->Unit(benchmark::kMicrosecond);
 
 int main(int argc, char** argv) {
     // The card is made but never shown: no display is needed.
@@ -708,8 +771,15 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    tree();
-    program();
+    for (bench::Engine engine : bench::engines()) {
+        using Run = void (*)(benchmark::State&, bench::Engine);
+        for (const auto& [path, raw, prog] : {std::tuple<const char*, Run, Run>{"FieldExit", FieldExit_Raw, FieldExit_Program},
+                                              std::tuple<const char*, Run, Run>{"Save", Save_Raw, Save_Program}}) {
+            const std::string name = key(path, engine);
+            benchmark::RegisterBenchmark((name + "/Raw").c_str(), raw, engine)->Unit(benchmark::kMicrosecond);
+            benchmark::RegisterBenchmark((name + "/Program").c_str(), prog, engine)->Unit(benchmark::kMicrosecond);
+        }
+    }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

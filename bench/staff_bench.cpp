@@ -1,6 +1,8 @@
 // Benchmarks of the program's database paths against the raw engine doing
-// the same work in the same run. Each program benchmark reports its time as
-// a ratio to its raw counterpart ("ratio_to_raw").
+// the same work in the same run: the desktop file against SQLite's own
+// library, the server (when STAFF_TEST_PG names one) against its client
+// library. Each program benchmark reports its time as a ratio to its raw
+// counterpart ("ratio_to_raw").
 
 #include "bench_support.h"
 #include "platform/db/translate.h"
@@ -12,10 +14,12 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
+#include <libpq-fe.h>
 #include <sqlite3.h>
 
 #include <chrono>
 #include <map>
+#include <memory>
 #include <string>
 
 namespace {
@@ -28,18 +32,24 @@ public:
     void close() override {}
 };
 
-// A desktop database with the main tables and kStaffRows staff rows.
+// The main tables with kStaffRows staff rows, on the desktop engine or on the server.
 class StaffDatabase {
 public:
-    StaffDatabase() {
-        path_ = dir_.filePath(QStringLiteral("main.accdb"));
-        QFile(path_).open(QIODevice::WriteOnly);
+    explicit StaffDatabase(bench::Engine engine) {
+        if (engine == bench::Engine::Postgres) {
+            server_ = std::make_unique<bench::ServerDatabase>(QStringLiteral("staff"));
+        } else {
+            path_ = dir_.filePath(QStringLiteral("main.accdb"));
+            QFile(path_).open(QIODevice::WriteOnly);
+        }
         db::Connection cn;
         if (!cn.open(connectionText()))
-            qFatal("cannot open the bench database");
-        for (const QString& s : schema::createStatements(schema::Database::Main, schema::Flavor::Sqlite))
+            qFatal("cannot open the bench database: %s", qPrintable(cn.lastError().description));
+        const auto flavor = engine == bench::Engine::Sqlite ? schema::Flavor::Sqlite : schema::Flavor::Postgres;
+        for (const QString& s : schema::createStatements(schema::Database::Main, flavor))
             cn.execute(s);
-        cn.execute(QStringLiteral("PRAGMA synchronous = OFF"));
+        if (engine == bench::Engine::Sqlite)
+            cn.execute(QStringLiteral("PRAGMA synchronous = OFF"));
         for (int i = 0; i < 10; ++i) {
             cn.execute(QStringLiteral("INSERT INTO M事業所 (コード,名称) VALUES ('%1','事業所%2')").arg(i, 3, 10, QLatin1Char('0')).arg(i));
             cn.execute(QStringLiteral("INSERT INTO M部門 (コード,名称,稼動状況区分) VALUES ('%1','部門%2','1')").arg(i, 3, 10, QLatin1Char('0')).arg(i));
@@ -67,20 +77,27 @@ public:
             if (!cn.execute(sql))
                 qFatal("cannot fill the bench database: %s", qPrintable(cn.lastError().description));
         }
+        if (engine == bench::Engine::Postgres)
+            cn.execute(QStringLiteral("ANALYZE"));
     }
     QString connectionText() const {
-        return bench::desktopConnectionText(path_);
+        return server_ ? server_->connectionText() : bench::desktopConnectionText(path_);
     }
     const QString& path() const { return path_; }
+    QByteArray conninfo() const { return server_->conninfo(); }
 
 private:
     QTemporaryDir dir_;
     QString path_;
+    std::unique_ptr<bench::ServerDatabase> server_;
 };
 
-StaffDatabase& staffDatabase() {
-    static StaffDatabase database;
-    return database;
+StaffDatabase& staffDatabase(bench::Engine engine) {
+    static std::map<bench::Engine, std::unique_ptr<StaffDatabase>> databases;
+    auto& database = databases[engine];
+    if (!database)
+        database = std::make_unique<StaffDatabase>(engine);
+    return *database;
 }
 
 QString staffCode(long i) {
@@ -96,10 +113,33 @@ const QString& staffRead() {
     return sql;
 }
 
-void StaffPointRead_Raw(benchmark::State& state) {
-    sqlite3* handle = nullptr;
-    sqlite3_open_v2(qPrintable(staffDatabase().path()), &handle, SQLITE_OPEN_READONLY, nullptr);
+std::string key(bench::Engine engine) {
+    return std::string("StaffPointRead/") + bench::engineName(engine);
+}
+
+// The raw engine: the translated statement, the row's name column found by its name.
+void StaffPointRead_Raw(benchmark::State& state, bench::Engine engine) {
+    StaffDatabase& database = staffDatabase(engine);
     long i = 0;
+    if (engine == bench::Engine::Postgres) {
+        bench::PgHandle handle(database.conninfo());
+        const auto start = std::chrono::steady_clock::now();
+        for (auto _ : state) {
+            const QByteArray sql =
+                db::translate(staffRead() + staffCode(i++) + QStringLiteral("'"), db::Target::Postgres).sql.toUtf8();
+            PGresult* result = PQexec(handle.raw(), sql.constData());
+            if (PQresultStatus(result) != PGRES_TUPLES_OK || PQntuples(result) != 1)
+                state.SkipWithError("no row");
+            for (int c = 0; c < PQnfields(result); ++c)
+                if (std::string(PQfname(result, c)) == "氏名")
+                    benchmark::DoNotOptimize(PQgetvalue(result, 0, c));
+            PQclear(result);
+        }
+        bench::rememberRaw(key(engine), bench::nsPerIteration(start, state));
+        return;
+    }
+    sqlite3* handle = nullptr;
+    sqlite3_open_v2(qPrintable(database.path()), &handle, SQLITE_OPEN_READONLY, nullptr);
     const auto start = std::chrono::steady_clock::now();
     for (auto _ : state) {
         const QByteArray sql =
@@ -113,16 +153,17 @@ void StaffPointRead_Raw(benchmark::State& state) {
                 benchmark::DoNotOptimize(sqlite3_column_text(stmt, c));
         sqlite3_finalize(stmt);
     }
-    bench::rememberRaw("StaffPointRead", bench::nsPerIteration(start, state));
+    bench::rememberRaw(key(engine), bench::nsPerIteration(start, state));
     sqlite3_close(handle);
 }
 
-void StaffPointRead_Program(benchmark::State& state) {
+void StaffPointRead_Program(benchmark::State& state, bench::Engine engine) {
+    StaffDatabase& database = staffDatabase(engine);
     os::System system;
     ui::ConsoleMessages messages;
     NoWaitBox wait;
     Context ctx(system, messages, wait);
-    ctx.conn.業務DB接続.open(staffDatabase().connectionText());
+    ctx.conn.業務DB接続.open(database.connectionText());
     ctx.conn.業務DB接続中 = true;
     long i = 0;
     const auto start = std::chrono::steady_clock::now();
@@ -133,18 +174,21 @@ void StaffPointRead_Program(benchmark::State& state) {
         benchmark::DoNotOptimize(rs.field(QStringLiteral("氏名")).text());
         rs.close();
     }
-    bench::reportRatio(state, "StaffPointRead", bench::nsPerIteration(start, state));
+    bench::reportRatio(state, key(engine), bench::nsPerIteration(start, state));
 }
 
 } // namespace
 
-BENCHMARK(StaffPointRead_Raw)->Unit(benchmark::kMicrosecond);
-BENCHMARK(StaffPointRead_Program)->Unit(benchmark::kMicrosecond);
-
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    staffDatabase();
+    for (bench::Engine engine : bench::engines()) {
+        const std::string name = key(engine);
+        benchmark::RegisterBenchmark((name + "/Raw").c_str(), StaffPointRead_Raw, engine)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark((name + "/Program").c_str(), StaffPointRead_Program, engine)
+            ->Unit(benchmark::kMicrosecond);
+    }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

@@ -17,9 +17,9 @@ packages=(
     libsqliteodbc
     # PIN cipher
     libsodium-dev
-    # tests and benchmarks (the benchmarks run the raw engine through libsqlite3;
-    # a test reads the picture and the history of a run with python3)
-    libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev python3
+    # tests and benchmarks (the benchmarks run the raw engines through libsqlite3
+    # and libpq; a test reads the picture and the history of a run with python3)
+    libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev libpq-dev python3
     # the throwaway database server of the tests
     postgresql
     # screens without a display, and Japanese text on them
