@@ -53,6 +53,16 @@ TEST(Translate, BracketsArePlainNamesOnPostgres) {
     EXPECT_EQ(ok(sql, Target::Sqlite), sql);
 }
 
+TEST(Translate, ABracketedNameBesideAWordKeepsQuotesOnPostgres) {
+    // Without its brackets the name would run into what stands beside it and
+    // be read as another name, or open a dollar-quoted string.
+    // ("$$" opens a string that runs to the end: the name inside stays as typed.)
+    EXPECT_EQ(ok(QStringLiteral("SELECT [名前]$$,[コード] FROM T"), Target::Postgres),
+              QStringLiteral("SELECT \"名前\"$$,[コード] FROM T"));
+    EXPECT_EQ(ok(QStringLiteral("SELECT [a][b], 1[c] FROM T"), Target::Postgres),
+              QStringLiteral("SELECT a\"b\", 1\"c\" FROM T"));
+}
+
 TEST(Translate, BracketsInsideStringsAreLeftAlone) {
     EXPECT_EQ(ok(QStringLiteral("SELECT * FROM M担当者 WHERE 氏名 = '[山田]'"), Target::Postgres),
               QStringLiteral("SELECT * FROM M担当者 WHERE 氏名 = '[山田]'"));

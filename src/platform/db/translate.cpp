@@ -501,13 +501,23 @@ Translation translate(const QString& sql, Target target) {
         return Translation{true, join(tokens), {}};
 
     if (target == Target::Postgres || target == Target::OdbcOracle) {
-        for (Token& t : tokens) {
+        // A name that would run into the word or the dollar-quoted string
+        // beside it keeps quotes, so that it stays a name of its own.
+        const auto wordLike = [](QChar c) {
+            return c.unicode() > 0x7f ? !c.isSpace() : c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('$');
+        };
+        for (qsizetype i = 0; i < tokens.size(); ++i) {
+            Token& t = tokens[i];
             if (t.kind == Token::Bracketed && t.closed) {
                 const QString name = plainName(t);
                 bool simple = !name.isEmpty();
                 for (QChar c : name)
                     if (c.isSpace() || (c.unicode() < 0x80 && !c.isLetterOrNumber() && c != QLatin1Char('_')))
                         simple = false;
+                if (i > 0 && !tokens.at(i - 1).text.isEmpty() && wordLike(tokens.at(i - 1).text.back()))
+                    simple = false;
+                if (i + 1 < tokens.size() && !tokens.at(i + 1).text.isEmpty() && wordLike(tokens.at(i + 1).text.front()))
+                    simple = false;
                 t.text = simple ? name : QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
             } else if (target == Target::Postgres && t.isWord("LIKE")) {
                 t.text = QStringLiteral("ILIKE");
