@@ -16,6 +16,7 @@
 #include "bench_support.h"
 #include "platform/db/translate.h"
 #include "schema/schema.h"
+#include "setup_server.h"
 #include "shell/modデータ処理.h"
 #include "staff/frm担当者登録.h"
 #include "staff/mod担当者保存.h"
@@ -97,12 +98,7 @@ public:
         if (engine == bench::Engine::Postgres) {
             // The installation tool makes the database; it is dropped at the end.
             server_ = std::make_unique<bench::ServerDatabase>(QStringLiteral("card"), false);
-            setup::Server s;
-            s.host = bench::pgServer()->host;
-            s.port = bench::pgServer()->port;
-            s.database = server_->name();
-            s.user = QStringLiteral("postgres");
-            options.server = s;
+            options.server = bench::installationServer(*server_);
         }
         const setup::Result made = setup::createInstallation(options);
         if (!made.ok)

@@ -10,6 +10,7 @@
 // spends on starting any process of its size.
 
 #include "bench_support.h"
+#include "setup_server.h"
 #include "tools/setup.h"
 
 #include <QCoreApplication>
@@ -37,12 +38,7 @@ public:
         options.postcodes = setup::Postcodes::Fixture;
         if (engine == bench::Engine::Postgres) {
             server_ = std::make_unique<bench::ServerDatabase>(QStringLiteral("start"), false);
-            setup::Server s;
-            s.host = bench::pgServer()->host;
-            s.port = bench::pgServer()->port;
-            s.database = server_->name();
-            s.user = QStringLiteral("postgres");
-            options.server = s;
+            options.server = bench::installationServer(*server_);
         }
         const setup::Result made = setup::createInstallation(options);
         if (!made.ok)

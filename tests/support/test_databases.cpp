@@ -1,6 +1,7 @@
 #include "support/test_databases.h"
 
 #include "platform/db/connection.h"
+#include "platform/db/recordset.h"
 
 #include <QAtomicInteger>
 #include <QCoreApplication>
@@ -76,6 +77,28 @@ QString ScratchDatabase::connectionText() const {
     const auto server = pgServer();
     return QStringLiteral("Provider=PostgreSQL;User ID=%1;Password=%2;Data Source=%3;Initial Catalog=%4;")
         .arg(server->user, server->password, server->dataSource(), name_);
+}
+
+QStringList query(const QString& connectionText, const QString& sql, const QStringList& columns) {
+    db::Connection connection;
+    if (!connection.open(connectionText)) {
+        ADD_FAILURE() << "cannot open " << connectionText.toStdString() << ": "
+                      << connection.lastError().description.toStdString();
+        return {};
+    }
+    db::Recordset rs;
+    if (!rs.open(sql, connection)) {
+        ADD_FAILURE() << sql.toStdString() << ": " << rs.lastError().description.toStdString();
+        return {};
+    }
+    QStringList rows;
+    for (; !rs.eof(); rs.moveNext()) {
+        QStringList values;
+        for (const QString& column : columns)
+            values.append(rs.field(column).text());
+        rows.append(values.join(QLatin1Char('|')));
+    }
+    return rows;
 }
 
 } // namespace testdb

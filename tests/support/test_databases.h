@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
@@ -55,6 +56,10 @@ private:
 
 // Runs a statement on the server's maintenance database.
 bool adminExecute(const QString& sql, QString* error = nullptr);
+
+// The rows of a query on a database of its own connection, each row's columns
+// joined by '|'; a database or statement that fails is a test failure.
+QStringList query(const QString& connectionText, const QString& sql, const QStringList& columns);
 
 } // namespace testdb
 

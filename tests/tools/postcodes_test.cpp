@@ -8,7 +8,6 @@
 #include "tools/setup.h"
 
 #include "platform/db/connection.h"
-#include "platform/db/recordset.h"
 #include "support/test_databases.h"
 
 #include <QDir>
@@ -211,28 +210,6 @@ TEST(AllJapanFile, FilesOfAnotherKindAreRefused) {
 // ---------------------------------------------------------------------------
 // Installations
 
-QStringList query(const QString& connectionText, const QString& sql, const QStringList& columns) {
-    db::Connection connection;
-    if (!connection.open(connectionText)) {
-        ADD_FAILURE() << "cannot open " << connectionText.toStdString() << ": "
-                      << connection.lastError().description.toStdString();
-        return {};
-    }
-    db::Recordset rs;
-    if (!rs.open(sql, connection)) {
-        ADD_FAILURE() << sql.toStdString() << ": " << rs.lastError().description.toStdString();
-        return {};
-    }
-    QStringList rows;
-    for (; !rs.eof(); rs.moveNext()) {
-        QStringList values;
-        for (const QString& column : columns)
-            values.append(rs.field(column).text());
-        rows.append(values.join(QLatin1Char('|')));
-    }
-    return rows;
-}
-
 // Runs statements on the engine as they stand, without the dialect translation.
 void rawExecute(const QString& connectionText, const QStringList& statements) {
     db::Connection connection;
@@ -267,8 +244,8 @@ protected:
     }
 
     QStringList table(const setup::Options& o) {
-        return query(setup::mainConnectionText(o), "SELECT * FROM M郵便番号 ORDER BY 郵便番号, 住所B",
-                     {"郵便番号", "住所A", "住所B"});
+        return testdb::query(setup::mainConnectionText(o), "SELECT * FROM M郵便番号 ORDER BY 郵便番号, 住所B",
+                             {"郵便番号", "住所A", "住所B"});
     }
 
     // An installation with the built-in sample postcodes.

@@ -1,7 +1,6 @@
 #include "tools/setup.h"
 
 #include "platform/db/connection.h"
-#include "platform/db/recordset.h"
 #include "support/test_databases.h"
 
 #include <QDir>
@@ -23,31 +22,8 @@ namespace {
 
 using testdb::Engine;
 
-// The rows of a query, each row's columns joined by '|'.
-QStringList query(const QString& connectionText, const QString& sql, const QStringList& columns) {
-    db::Connection connection;
-    if (!connection.open(connectionText)) {
-        ADD_FAILURE() << "cannot open " << connectionText.toStdString() << ": "
-                      << connection.lastError().description.toStdString();
-        return {};
-    }
-    db::Recordset rs;
-    if (!rs.open(sql, connection)) {
-        ADD_FAILURE() << sql.toStdString() << ": " << rs.lastError().description.toStdString();
-        return {};
-    }
-    QStringList rows;
-    for (; !rs.eof(); rs.moveNext()) {
-        QStringList values;
-        for (const QString& column : columns)
-            values.append(rs.field(column).text());
-        rows.append(values.join(QLatin1Char('|')));
-    }
-    return rows;
-}
-
 int count(const QString& connectionText, const QString& table) {
-    const QStringList rows = query(connectionText, QStringLiteral("SELECT COUNT(*) AS n FROM ") + table, {"n"});
+    const QStringList rows = testdb::query(connectionText, QStringLiteral("SELECT COUNT(*) AS n FROM ") + table, {"n"});
     return rows.isEmpty() ? -1 : rows.first().toInt();
 }
 
@@ -60,7 +36,8 @@ bool databaseExists(const QString& name) {
     const QString admin =
         QStringLiteral("Provider=PostgreSQL;User ID=%1;Password=%2;Data Source=%3;Initial Catalog=postgres;")
             .arg(server->user, server->password, server->dataSource());
-    return !query(admin, QStringLiteral("SELECT datname FROM pg_database WHERE datname = '%1'").arg(name), {"datname"})
+    return !testdb::query(admin, QStringLiteral("SELECT datname FROM pg_database WHERE datname = '%1'").arg(name),
+                          {"datname"})
                 .isEmpty();
 }
 
@@ -148,9 +125,9 @@ TEST_P(SetupTest, CreatesACompleteTree) {
 
     // The configuration database describes the main database.
     const QString config = desktopText(root + QStringLiteral("/conf/usrcnfg.accdb"));
-    const QStringList definition =
-        query(config, "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'",
-              {"db", "プロバイダ名", "データベース名", "ユーザーID", "パスワード", "データソース名", "サーバー名"});
+    const QStringList definition = testdb::query(
+        config, "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'",
+        {"db", "プロバイダ名", "データベース名", "ユーザーID", "パスワード", "データソース名", "サーバー名"});
     ASSERT_EQ(definition.size(), 1);
     if (GetParam() == Engine::Sqlite) {
         EXPECT_EQ(definition.first(), "A|Microsoft.ACE.OLEDB.12.0||||" + root + "/data/main.accdb|");
@@ -158,46 +135,49 @@ TEST_P(SetupTest, CreatesACompleteTree) {
         const QString source = testdb::pgServer()->dataSource();
         EXPECT_EQ(definition.first(), "S|PostgreSQL|" + database_ + "|postgres||" + source + "|" + source);
     }
-    EXPECT_EQ(query(config, "SELECT * FROM 動作環境定義",
-                    {"動作環境定義ID", "運用事業所コード", "インストール区分", "CL更新実行区分", "起動担当者コード"}),
-              QStringList{"001|000|0|0|"});
     EXPECT_EQ(
-        query(config, "SELECT * FROM 営業支援データ管理", {"プログラムID", "処理分類", "条件項目名A", "条件項目名Z"}),
-        QStringList{"担当者登録|0||"});
+        testdb::query(config, "SELECT * FROM 動作環境定義",
+                      {"動作環境定義ID", "運用事業所コード", "インストール区分", "CL更新実行区分", "起動担当者コード"}),
+        QStringList{"001|000|0|0|"});
+    EXPECT_EQ(testdb::query(config, "SELECT * FROM 営業支援データ管理",
+                            {"プログラムID", "処理分類", "条件項目名A", "条件項目名Z"}),
+              QStringList{"担当者登録|0||"});
 
     // The main database holds the seed rows and the sample postcodes.
     const QString main = setup::mainConnectionText(o);
-    EXPECT_EQ(query(main, "SELECT * FROM K年号区分 ORDER BY 区分", {"区分", "名称", "開始日付"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM K年号区分 ORDER BY 区分", {"区分", "名称", "開始日付"}),
               (QStringList{"0|西暦|00010101", "1|明治|18680908", "2|大正|19120730", "3|昭和|19261225",
                            "4|平成|19890108", "5|令和|20190501"}));
-    EXPECT_EQ(query(main, "SELECT * FROM K性別区分 ORDER BY 区分", {"区分", "名称"}), (QStringList{"1|男", "2|女"}));
-    EXPECT_EQ(query(main, "SELECT * FROM K在籍区分 ORDER BY 区分", {"区分", "名称"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM K性別区分 ORDER BY 区分", {"区分", "名称"}),
+              (QStringList{"1|男", "2|女"}));
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM K在籍区分 ORDER BY 区分", {"区分", "名称"}),
               (QStringList{"0|在籍", "1|休職", "2|退職"}));
-    EXPECT_EQ(query(main, "SELECT 名称 FROM K社員区分 WHERE 区分 = '1'", {"名称"}), QStringList{"正社員"});
-    EXPECT_EQ(query(main, "SELECT 名称 FROM K稼動状況区分 ORDER BY 区分", {"名称"}).value(1), "稼動");
-    EXPECT_EQ(
-        query(main, "SELECT * FROM Mユーザ",
-              {"ID", "決算月", "決算日", "伝票番号管理区分", "暗証番号有無", "写真フォルダ", "ドキュメントフォルダ"}),
-        QStringList{"0001|3|31|0|0|" + root + "/photo|" + root + "/document"});
-    EXPECT_FALSE(query(main, "SELECT 名称 FROM Mユーザ", {"名称"}).value(0).isEmpty());
-    EXPECT_EQ(query(main, "SELECT 名称 FROM M事業所 WHERE コード = '000'", {"名称"}), QStringList{"本社"});
+    EXPECT_EQ(testdb::query(main, "SELECT 名称 FROM K社員区分 WHERE 区分 = '1'", {"名称"}), QStringList{"正社員"});
+    EXPECT_EQ(testdb::query(main, "SELECT 名称 FROM K稼動状況区分 ORDER BY 区分", {"名称"}).value(1), "稼動");
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM Mユーザ",
+                            {"ID", "決算月", "決算日", "伝票番号管理区分", "暗証番号有無", "写真フォルダ",
+                             "ドキュメントフォルダ"}),
+              QStringList{"0001|3|31|0|0|" + root + "/photo|" + root + "/document"});
+    EXPECT_FALSE(testdb::query(main, "SELECT 名称 FROM Mユーザ", {"名称"}).value(0).isEmpty());
+    EXPECT_EQ(testdb::query(main, "SELECT 名称 FROM M事業所 WHERE コード = '000'", {"名称"}), QStringList{"本社"});
     EXPECT_GE(count(main, "M事業所"), 3);
-    EXPECT_EQ(query(main, "SELECT * FROM B履歴番号情報", {"基本ID", "名称", "連番種類", "履歴連番"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM B履歴番号情報", {"基本ID", "名称", "連番種類", "履歴連番"}),
               QStringList{"210|担当者保守履歴|0|00000000"});
-    EXPECT_EQ(query(main, "SELECT * FROM A番号情報", {"番号ID", "名称", "連番種類", "連番", "履歴連番"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM A番号情報", {"番号ID", "名称", "連番種類", "連番", "履歴連番"}),
               QStringList{"01110|閲覧番号|0|00000000|00000000"});
-    EXPECT_EQ(query(main, "SELECT * FROM M他業務連携 ORDER BY コード", {"コード", "連携有無区分"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM M他業務連携 ORDER BY コード", {"コード", "連携有無区分"}),
               (QStringList{"002|0", "003|0", "004|0", "005|0"}));
-    EXPECT_EQ(query(main, "SELECT 業務名 FROM M他業務連携 WHERE コード = '002'", {"業務名"}),
+    EXPECT_EQ(testdb::query(main, "SELECT 業務名 FROM M他業務連携 WHERE コード = '002'", {"業務名"}),
               QStringList{"人事就業管理"});
     EXPECT_GT(count(main, "M部門"), 0);
     EXPECT_EQ(count(main, "Mセクション WHERE 稼動状況区分 <> '1'"), 0);
     EXPECT_GT(count(main, "M役職"), 0);
     EXPECT_EQ(count(main, "M担当者"), 0);
 
-    EXPECT_EQ(query(main, "SELECT * FROM M郵便番号 WHERE 郵便番号 = '100-0001'", {"郵便番号", "住所A", "住所B"}),
-              QStringList{"100-0001|東京都千代田区|千代田"});
-    const QStringList postcodes = query(main, "SELECT * FROM M郵便番号", {"郵便番号", "住所A", "住所B"});
+    EXPECT_EQ(
+        testdb::query(main, "SELECT * FROM M郵便番号 WHERE 郵便番号 = '100-0001'", {"郵便番号", "住所A", "住所B"}),
+        QStringList{"100-0001|東京都千代田区|千代田"});
+    const QStringList postcodes = testdb::query(main, "SELECT * FROM M郵便番号", {"郵便番号", "住所A", "住所B"});
     const QSet<QString> expected = samplePostcodes();
     EXPECT_EQ(postcodes.size(), expected.size());
     EXPECT_EQ(QSet<QString>(postcodes.begin(), postcodes.end()), expected);
@@ -221,7 +201,7 @@ TEST_P(SetupTest, DemoCompanyHasAboutAHundredStaff) {
 
     // Names are family name, one blank, given name; dates have eight digits.
     for (const QString& row :
-         query(main, "SELECT * FROM M担当者", {"姓", "名", "氏名", "カナ", "生年月日", "入社日付"})) {
+         testdb::query(main, "SELECT * FROM M担当者", {"姓", "名", "氏名", "カナ", "生年月日", "入社日付"})) {
         const QStringList v = row.split('|');
         EXPECT_EQ(v[2], v[0] + " " + v[1]) << row.toStdString();
         EXPECT_FALSE(v[3].trimmed().isEmpty()) << row.toStdString();
@@ -246,11 +226,13 @@ TEST_P(SetupTest, DemoHasAPersonnelSystemLinkedToTheCompanyWithPicturesOfItsEmpl
     const QString app = o.root + QStringLiteral("/jinji");
 
     // The link row names the personnel system's tree.
-    EXPECT_EQ(query(main, "SELECT * FROM M他業務連携 WHERE 業務名 = '人事就業管理'", {"連携有無区分", "連携アプリフォルダ"}),
+    EXPECT_EQ(testdb::query(main, "SELECT * FROM M他業務連携 WHERE 業務名 = '人事就業管理'",
+                            {"連携有無区分", "連携アプリフォルダ"}),
               QStringList{"1|" + app});
     // Its own configuration, under the name the link opens, describes its own database.
-    const QStringList definition = query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM データベース定義",
-                                         {"情報種類", "db", "プロバイダ名", "データソース名", "データベース名"});
+    const QStringList definition =
+        testdb::query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM データベース定義",
+                      {"情報種類", "db", "プロバイダ名", "データソース名", "データベース名"});
     ASSERT_EQ(definition.size(), 1);
     QString personnel;
     if (o.server) {
@@ -263,18 +245,20 @@ TEST_P(SetupTest, DemoHasAPersonnelSystemLinkedToTheCompanyWithPicturesOfItsEmpl
         personnel = QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;User ID=;Password=;Data Source=%1;")
                         .arg(app + "/data/jinji.mdb");
     }
-    EXPECT_EQ(query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM 動作環境定義", {"動作環境定義ID", "運用事業所コード"}),
+    EXPECT_EQ(testdb::query(desktopText(app + "/conf/usrcnfg.mdb"), "SELECT * FROM 動作環境定義",
+                            {"動作環境定義ID", "運用事業所コード"}),
               QStringList{"001|000"});
 
     // The personnel database holds the same employees and history as the main one, and no staff.
     const QStringList columns{"コード", "氏名", "事業所コード", "在籍区分", "採用No"};
-    const QStringList employees = query(personnel, "SELECT * FROM M社員 ORDER BY コード", columns);
+    const QStringList employees = testdb::query(personnel, "SELECT * FROM M社員 ORDER BY コード", columns);
     EXPECT_GT(employees.size(), 60);
-    EXPECT_EQ(employees, query(main, "SELECT * FROM M社員 ORDER BY コード", columns));
+    EXPECT_EQ(employees, testdb::query(main, "SELECT * FROM M社員 ORDER BY コード", columns));
     for (const char* table : {"T異動", "T採用", "T休職", "T退職", "T諸届"})
         EXPECT_EQ(count(personnel, table), count(main, table)) << table;
-    EXPECT_EQ(query(personnel, "SELECT 名称 FROM Mユーザ", {"名称"}), QStringList{"株式会社さくら商事"});
-    EXPECT_EQ(query(personnel, "SELECT 写真フォルダ FROM Mユーザ", {"写真フォルダ"}), QStringList{o.root + "/photo"});
+    EXPECT_EQ(testdb::query(personnel, "SELECT 名称 FROM Mユーザ", {"名称"}), QStringList{"株式会社さくら商事"});
+    EXPECT_EQ(testdb::query(personnel, "SELECT 写真フォルダ FROM Mユーザ", {"写真フォルダ"}),
+              QStringList{o.root + "/photo"});
     // Every state is there: on leave, retired, a past and a future transfer, a change of name.
     EXPECT_GT(count(personnel, "T休職 WHERE 休職終了日付 >= '20991231'"), 0);
     EXPECT_GT(count(personnel, "T退職"), 0);
@@ -434,8 +418,8 @@ TEST_P(ServerSetupTest, DialectOConnectsByDataSource) {
     const setup::Result result = setup::createInstallation(o);
     ASSERT_TRUE(result.ok) << result.message.toStdString();
     const QString source = testdb::pgServer()->dataSource();
-    EXPECT_EQ(query(desktopText(o.root + "/conf/usrcnfg.accdb"), "SELECT * FROM データベース定義",
-                    {"情報種類", "db", "データソース名", "サーバー名", "データベース名"}),
+    EXPECT_EQ(testdb::query(desktopText(o.root + "/conf/usrcnfg.accdb"), "SELECT * FROM データベース定義",
+                            {"情報種類", "db", "データソース名", "サーバー名", "データベース名"}),
               QStringList{"GNR|O|" + source + "/" + database_ + "|" + source + "|" + database_});
     EXPECT_EQ(setup::mainConnectionText(o),
               "Provider=PostgreSQL;User ID=postgres;Password=;Data Source=" + source + "/" + database_ + ";");
@@ -492,8 +476,8 @@ protected:
     }
 
     QStringList postcodes(const setup::Options& o) {
-        return query(setup::mainConnectionText(o), "SELECT * FROM M郵便番号 ORDER BY 郵便番号",
-                     {"郵便番号", "住所A", "住所B"});
+        return testdb::query(setup::mainConnectionText(o), "SELECT * FROM M郵便番号 ORDER BY 郵便番号",
+                             {"郵便番号", "住所A", "住所B"});
     }
 
     QTemporaryDir bin_;
@@ -545,9 +529,10 @@ TEST(SetupDeterminism, DemoRowsAreTheSameOnEveryRun) {
         const setup::Result result = setup::createInstallation(o);
         ASSERT_TRUE(result.ok) << result.message.toStdString();
         const QString main = setup::mainConnectionText(o);
-        runs[run] = query(main, "SELECT * FROM M担当者 ORDER BY コード",
+        runs[run] =
+            testdb::query(main, "SELECT * FROM M担当者 ORDER BY コード",
                           {"コード", "氏名", "カナ", "生年月日", "電話", "事業所コード", "部門コード", "社員コード"}) +
-                    query(main, "SELECT * FROM T異動 ORDER BY 社員コード, 異動日付",
+            testdb::query(main, "SELECT * FROM T異動 ORDER BY 社員コード, 異動日付",
                           {"社員コード", "異動日付", "異動事業所コード"});
     }
     EXPECT_GT(runs[0].size(), 90);
