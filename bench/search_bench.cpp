@@ -40,24 +40,24 @@ public:
 
 // The postcode master: the real one, from the pinned postcode package through
 // npm as the installation tool takes it, or, where that cannot be had, a made
-// one of a thousand heads of 150 postcodes each.
-const QList<QStringList>& postcodeRows() {
-    static const QList<QStringList> rows = [] {
-        const setup::PostcodeRows real = setup::readPostcodes(setup::Postcodes::Npm, QString(), {}, false);
-        if (real.ok && !real.rows.isEmpty()) {
-            std::fprintf(stderr, "postcodes: the real master, %lld rows\n", static_cast<long long>(real.rows.size()));
-            return real.rows;
-        }
-        std::fprintf(stderr, "postcodes: the real master cannot be had (%s); %d made rows\n", qPrintable(real.error),
-                     kSyntheticPostcodes);
-        QList<QStringList> made;
-        for (int i = 0; i < kSyntheticPostcodes; ++i)
-            made.append({QStringLiteral("%1-%2").arg(i % 1000, 3, 10, QLatin1Char('0')).arg(i / 1000, 4, 10, QLatin1Char('0')),
-                         QStringLiteral("県%1市").arg(i % 1000, 3, 10, QLatin1Char('0')),
-                         QStringLiteral("町%1").arg(i / 1000, 4, 10, QLatin1Char('0'))});
-        return made;
-    }();
-    return rows;
+// one of a thousand heads of 150 postcodes each. Read for each database and
+// let go once it is filled, so that the measured loops do not run in a heap
+// that holds the whole master.
+QList<QStringList> postcodeRows() {
+    const setup::PostcodeRows real = setup::readPostcodes(setup::Postcodes::Npm, QString(), {}, false);
+    if (real.ok && !real.rows.isEmpty()) {
+        std::fprintf(stderr, "postcodes: the real master, %lld rows\n", static_cast<long long>(real.rows.size()));
+        return real.rows;
+    }
+    std::fprintf(stderr, "postcodes: the real master cannot be had (%s); %d made rows\n", qPrintable(real.error),
+                 kSyntheticPostcodes);
+    QList<QStringList> made;
+    for (int i = 0; i < kSyntheticPostcodes; ++i)
+        made.append(
+            {QStringLiteral("%1-%2").arg(i % 1000, 3, 10, QLatin1Char('0')).arg(i / 1000, 4, 10, QLatin1Char('0')),
+             QStringLiteral("県%1市").arg(i % 1000, 3, 10, QLatin1Char('0')),
+             QStringLiteral("町%1").arg(i / 1000, 4, 10, QLatin1Char('0'))});
+    return made;
 }
 
 QString quoted(QString text) {
@@ -103,7 +103,7 @@ public:
             if (!cn.execute(sql))
                 qFatal("cannot fill the staff rows: %s", qPrintable(cn.lastError().description));
         }
-        const QList<QStringList>& postcodes = postcodeRows();
+        const QList<QStringList> postcodes = postcodeRows();
         for (qsizetype start = 0; start < postcodes.size(); start += 500) {
             QString sql = QStringLiteral("INSERT INTO M郵便番号 (郵便番号,住所A,住所B) VALUES ");
             for (qsizetype i = start; i < start + 500 && i < postcodes.size(); ++i) {
