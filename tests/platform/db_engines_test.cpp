@@ -274,8 +274,103 @@ TEST_P(DbEngines, EngineErrorsComeBackAsNumberAndDescription) {
     EXPECT_NE(failure(QStringLiteral("SELECT * FROM 無い表")), db::kNoError);
 }
 
+TEST_P(DbEngines, ValuesComeBackAsTheProgramWroteThem) {
+    db::Recordset rs;
+    ASSERT_TRUE(
+        rs.open(QStringLiteral("SELECT 42 AS 整数, 1.5 AS 実数, '山田 太郎' AS 文字, NULL AS 空, '' AS 空文字"), cn_))
+        << rs.lastError().description.toStdString();
+    ASSERT_FALSE(rs.eof());
+    EXPECT_EQ(rs.field(QStringLiteral("整数")).value.toLongLong(), 42);
+    EXPECT_EQ(rs.field(QStringLiteral("整数")).text(), QStringLiteral("42"));
+    EXPECT_DOUBLE_EQ(rs.field(QStringLiteral("実数")).value.toDouble(), 1.5);
+    EXPECT_EQ(rs.field(QStringLiteral("文字")).text(), QStringLiteral("山田 太郎"));
+    EXPECT_TRUE(rs.field(QStringLiteral("空")).exists);
+    EXPECT_TRUE(rs.field(QStringLiteral("空")).isNull());
+    EXPECT_FALSE(rs.field(QStringLiteral("空文字")).isNull());
+    EXPECT_EQ(rs.field(QStringLiteral("空文字")).text(), QString());
+    EXPECT_FALSE(rs.field(QStringLiteral("無い列")).exists);
+    rs.moveNext();
+    EXPECT_TRUE(rs.eof());
+    EXPECT_TRUE(rs.field(QStringLiteral("文字")).isNull());
+}
+
+TEST_P(DbEngines, AStatementWithoutRowsThroughARecordsetRunsOnce) {
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("INSERT INTO M役職 (コード,名称) VALUES ('03','係長')"), cn_))
+        << rs.lastError().description.toStdString();
+    EXPECT_TRUE(rs.bof());
+    EXPECT_TRUE(rs.eof());
+    rs.moveNext();
+    rs.moveNext();
+    rs.close();
+    EXPECT_EQ(rows(QStringLiteral("SELECT コード,名称 FROM M役職 ORDER BY コード"),
+                   {QStringLiteral("コード"), QStringLiteral("名称")}),
+              (QStringList{QStringLiteral("01|部長"), QStringLiteral("02|課長"), QStringLiteral("03|係長")}));
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, DbEngines, ::testing::Values(Engine::Sqlite, Engine::Postgres),
                          testdb::engineParamName);
+
+// The desktop file's rows, read through the engine itself.
+class DesktopReads : public DbEngines {};
+
+TEST_P(DesktopReads, TheDriverAndTheLayerShareOneEngine) {
+    // Debian's driver runs on the system's engine library, as this layer does.
+    EXPECT_NE(cn_.desktopHandle(), nullptr);
+}
+
+TEST_P(DesktopReads, BytesComeBackAsBytes) {
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT X'00FF41' AS 画像"), cn_)) << rs.lastError().description.toStdString();
+    EXPECT_EQ(rs.field(QStringLiteral("画像")).value.toByteArray(), QByteArray("\x00\xff\x41", 3));
+}
+
+TEST_P(DesktopReads, AFailureBetweenRowsEndsTheRowsWithTheEnginesWords) {
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード, abs(CASE WHEN コード = '00003' THEN -9223372036854775807 - 1 "
+                                       "ELSE 1 END) AS 値 FROM M担当者 ORDER BY コード"),
+                        cn_))
+        << rs.lastError().description.toStdString();
+    QStringList codes;
+    for (; !rs.eof(); rs.moveNext())
+        codes.append(rs.field(QStringLiteral("コード")).text());
+    EXPECT_EQ(codes, (QStringList{QStringLiteral("00001"), QStringLiteral("00002")}));
+    EXPECT_EQ(rs.lastError().number, 1);
+    EXPECT_EQ(rs.lastError().description, QStringLiteral("integer overflow"));
+}
+
+TEST_P(DesktopReads, ARecordsetReadToItsEndLeavesTheFileToOthers) {
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード FROM M担当者"), cn_));
+    while (!rs.eof())
+        rs.moveNext();
+    db::Connection other;
+    other.commandTimeout = 0;
+    ASSERT_TRUE(other.open(database_->connectionText()));
+    EXPECT_TRUE(other.execute(QStringLiteral("DELETE FROM M役職 WHERE コード = '02'")))
+        << other.lastError().description.toStdString();
+}
+
+TEST_P(DesktopReads, ClosingTheConnectionUnderAnOpenRecordsetLetsGoOfTheFile) {
+    auto cn = std::make_unique<db::Connection>();
+    ASSERT_TRUE(cn->open(database_->connectionText()));
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード FROM M担当者 ORDER BY コード"), *cn));
+    ASSERT_EQ(rs.field(QStringLiteral("コード")).text(), QStringLiteral("00001"));
+    cn.reset();
+    // The file is no longer held: another connection writes at once.
+    db::Connection other;
+    other.commandTimeout = 0;
+    ASSERT_TRUE(other.open(database_->connectionText()));
+    EXPECT_TRUE(other.execute(QStringLiteral("DELETE FROM M役職 WHERE コード = '02'")))
+        << other.lastError().description.toStdString();
+    // The recordset stands behind its last row.
+    rs.moveNext();
+    EXPECT_TRUE(rs.eof());
+    EXPECT_TRUE(rs.field(QStringLiteral("コード")).isNull());
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, DesktopReads, ::testing::Values(Engine::Sqlite), testdb::engineParamName);
 
 TEST(DesktopFile, AFileThatIsNoDatabaseIsRefusedWithAClearDescription) {
     QTemporaryDir dir;

@@ -1,12 +1,18 @@
 #include "platform/db/connection.h"
 
+#include "platform/db/desktop_statement.h"
 #include "platform/db/engine_error.h"
 
 #include <QAtomicInteger>
 #include <QFileInfo>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+
+#include <sqlite3.h>
+
+#include <algorithm>
 
 namespace db {
 
@@ -164,10 +170,38 @@ bool Connection::open(const QString& connectionText) {
         }
     }
     open_ = true;
+    if (engine_ == Engine::Sqlite)
+        desktop_ = sharedDesktopHandle();
     return true;
 }
 
+// The driver's handle, when the driver runs on the engine library this layer
+// is built with, so that a handle of the one is a handle of the other. A
+// driver that brings an engine of its own keeps every statement to itself.
+sqlite3* Connection::sharedDesktopHandle() const {
+    QSqlDatabase base = database();
+    const QVariant handle = base.driver()->handle();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    QSqlQuery source(base);
+    if (!source.exec(QStringLiteral("SELECT sqlite_source_id()")) || !source.next() ||
+        source.value(0).toString() != QString::fromUtf8(sqlite3_sourceid()))
+        return nullptr;
+    return *static_cast<sqlite3* const*>(handle.constData());
+}
+
+void Connection::attach(DesktopStatement* statement) { statements_.push_back(statement); }
+
+void Connection::detach(DesktopStatement* statement) {
+    statements_.erase(std::remove(statements_.begin(), statements_.end(), statement), statements_.end());
+}
+
 void Connection::close() {
+    // The engine closes a file only once no statement is left on it.
+    for (DesktopStatement* statement : statements_)
+        statement->connectionClosed();
+    statements_.clear();
+    desktop_ = nullptr;
     if (!open_ && !QSqlDatabase::contains(name_))
         return;
     {

@@ -7,11 +7,15 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class QSqlDatabase;
 class QSqlQuery;
+struct sqlite3;
 
 namespace db {
+
+class DesktopStatement;
 
 // What a statement met when the server connection had gone: the loss as the
 // engine told it, and the one reopen that followed.
@@ -75,11 +79,19 @@ public:
 
     // The engine's own connection, for the recordset of this layer.
     QSqlDatabase database() const;
+    // The desktop engine's own handle, where the recordset may read rows
+    // through it directly (the engine's driver and this layer share one
+    // engine library); null otherwise.
+    sqlite3* desktopHandle() const { return desktop_; }
+    // The statements open on that handle; closing the connection lets go of them.
+    void attach(DesktopStatement* statement);
+    void detach(DesktopStatement* statement);
 
 private:
     bool fail(long number, const QString& description);
     bool serverEngine() const { return engine_ == Engine::Postgres || engine_ == Engine::Odbc; }
     bool reopen(Error* why);
+    sqlite3* sharedDesktopHandle() const;
 
     QString name_;
     QString lossText_; // the engine's text of the failure that lost the connection
@@ -89,6 +101,8 @@ private:
     bool inTransaction_ = false;
     Error error_;
     Recovery recovery_;
+    sqlite3* desktop_ = nullptr;
+    std::vector<DesktopStatement*> statements_;
 };
 
 } // namespace db

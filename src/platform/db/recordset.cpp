@@ -1,6 +1,7 @@
 #include "platform/db/recordset.h"
 
 #include "platform/db/connection.h"
+#include "platform/db/desktop_statement.h"
 #include "platform/db/engine_error.h"
 
 #include <QSqlDatabase>
@@ -10,6 +11,22 @@
 #include <QSqlRecord>
 
 namespace db {
+
+namespace {
+
+// A column's name as the program knows it.
+QString programName(QString name, Engine engine) {
+    // The desktop engine may name a column of a joined table "name:2".
+    static const QRegularExpression suffix(QStringLiteral(":[0-9]+$"));
+    if (engine == Engine::Sqlite && name.contains(QLatin1Char(':')))
+        name.remove(suffix);
+    // Some ODBC drivers give the length of a name in bytes: cut at its terminator.
+    if (const qsizetype nul = name.indexOf(QChar(0)); nul >= 0)
+        name.truncate(nul);
+    return name;
+}
+
+} // namespace
 
 Recordset::Recordset() = default;
 
@@ -30,6 +47,18 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         error_ = t.error;
         return false;
     }
+    if (connection.desktopHandle()) {
+        desktop_ = std::make_unique<DesktopStatement>(connection);
+        if (!desktop_->exec(t.sql, &error_)) {
+            desktop_.reset();
+            return false;
+        }
+        open_ = true;
+        for (int i = 0; i < desktop_->columnCount(); ++i)
+            names_.append(programName(desktop_->columnName(i), Engine::Sqlite));
+        bof_ = eof_ = !desktop_->atRow();
+        return true;
+    }
     const bool ran = connection.run(query_, t.sql, true);
     recovery_ = connection.lastRecovery();
     if (!ran) {
@@ -38,19 +67,9 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         return false;
     }
     open_ = true;
-    // The desktop engine may name a column of a joined table "name:2"; the
-    // program knows the column by its name.
     const QSqlRecord record = query_->record();
-    static const QRegularExpression suffix(QStringLiteral(":[0-9]+$"));
-    for (int i = 0; i < record.count(); ++i) {
-        QString name = record.fieldName(i);
-        if (connection.engine() == Engine::Sqlite && name.contains(QLatin1Char(':')))
-            name.remove(suffix);
-        // Some ODBC drivers give the length of a name in bytes: cut at its terminator.
-        if (const qsizetype nul = name.indexOf(QChar(0)); nul >= 0)
-            name.truncate(nul);
-        names_.append(name);
-    }
+    for (int i = 0; i < record.count(); ++i)
+        names_.append(programName(record.fieldName(i), connection.engine()));
     moveNext();
     bof_ = eof_;
     return !error_.failed();
@@ -61,18 +80,19 @@ void Recordset::close() {
         query_->finish();
         query_.reset();
     }
+    desktop_.reset();
     open_ = false;
     names_.clear();
     bof_ = eof_ = true;
 }
 
 Field Recordset::field(const QString& name) const {
-    if (!query_ || eof_)
+    if ((!query_ && !desktop_) || eof_)
         return {};
     const int index = indexOf(name);
     if (index < 0)
         return {};
-    return Field{query_->value(index), true};
+    return Field{desktop_ ? desktop_->value(index) : query_->value(index), true};
 }
 
 // Names compare without regard to case; with two columns of one name the first counts.
@@ -88,6 +108,10 @@ int Recordset::indexOf(const QString& name) const {
 }
 
 void Recordset::moveNext() {
+    if (desktop_) {
+        eof_ = !desktop_->next(&error_);
+        return;
+    }
     if (!query_ || !query_->isSelect()) {
         eof_ = true;
         return;

@@ -13,13 +13,22 @@ class QSqlQuery;
 
 namespace db {
 
+class DesktopStatement;
+
 // One column of the current row.
 struct Field {
     QVariant value;
     bool exists = false; // false when the recordset has no column of that name
 
     bool isNull() const { return !exists || value.isNull(); }
-    QString text() const { return isNull() ? QString() : value.toString(); }
+    QString text() const {
+        if (isNull())
+            return QString();
+        // Most values are texts already: take them as they are, without a conversion.
+        if (value.metaType() == QMetaType::fromType<QString>())
+            return *static_cast<const QString*>(value.constData());
+        return value.toString();
+    }
 };
 
 // A forward-only, read-only recordset over the result of one statement.
@@ -53,7 +62,8 @@ public:
 private:
     int indexOf(const QString& name) const;
 
-    std::unique_ptr<QSqlQuery> query_;
+    std::unique_ptr<QSqlQuery> query_;          // a server's rows, through the engine's driver
+    std::unique_ptr<DesktopStatement> desktop_; // the desktop engine's rows, read directly
     QStringList names_; // the column names of the result, as the program knows them
     bool open_ = false;
     bool bof_ = true;

@@ -79,7 +79,7 @@ bool cutAtSemicolon(Tokens& t, Error* error) {
         if (!t.at(i).isSymbol(';'))
             continue;
         if (nextSolid(t, i + 1) < t.size()) {
-            *error = Error{kMultipleStatements, QStringLiteral("複数の文は実行できません (more than one statement in one call)")};
+            *error = multipleStatements();
             return false;
         }
         t.resize(i);
@@ -547,6 +547,10 @@ Translation translate(const QString& sql, Target target) {
             text += QStringLiteral(" LIMIT ") + limit;
     }
     return Translation{true, text, {}};
+}
+
+Error multipleStatements() {
+    return Error{kMultipleStatements, QStringLiteral("複数の文は実行できません (more than one statement in one call)")};
 }
 
 } // namespace db

@@ -29,4 +29,7 @@ struct Translation {
 // Anything it cannot translate comes back with ok false and a description.
 Translation translate(const QString& sql, Target target);
 
+// The refusal of a text that holds a second statement behind the first.
+Error multipleStatements();
+
 } // namespace db
