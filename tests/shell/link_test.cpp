@@ -1,10 +1,9 @@
 // The program link: a request of another program taken at the start and the
 // answer written at the end.
 
-#include "platform/db/connection.h"
-#include "platform/db/recordset.h"
 #include "shell/modデータ処理.h"
 #include "support/installation.h"
+#include "support/test_databases.h"
 
 #include <QDir>
 #include <QFile>
@@ -74,21 +73,9 @@ TEST_F(Link, TheEndRowFollowsTheAnswerOnTheConnectionOpenedAfterIt) {
     データ処理term(tree.ctx());
 
     const auto rowsOf = [](const QString& file, const QString& sql, const QStringList& columns) {
-        db::Connection cn;
-        QStringList out;
-        if (!cn.open(QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") + file +
-                     QStringLiteral(";")))
-            return QStringList{QStringLiteral("cannot open ") + file};
-        db::Recordset rs;
-        if (!rs.open(sql, cn))
-            return out;
-        for (; !rs.eof(); rs.moveNext()) {
-            QStringList row;
-            for (const QString& c : columns)
-                row.append(rs.field(c).text());
-            out.append(row.join(QLatin1Char('|')));
-        }
-        return out;
+        return testdb::query(QStringLiteral("Provider=Microsoft.ACE.OLEDB.12.0;User ID=;Password=;Data Source=") +
+                                 file + QStringLiteral(";"),
+                             sql, columns);
     };
     const QString answers = QStringLiteral("SELECT 発信日時, 連携区分 FROM プログラム連携情報 WHERE 連携区分 = '99'");
     const QString ends = QStringLiteral("SELECT 実行日付, 摘要 FROM プログラム稼動履歴 WHERE 摘要 = '終了'");
