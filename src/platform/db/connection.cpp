@@ -50,15 +50,16 @@ bool connectionGone(const QSqlError& e) {
 Error engineError(const QSqlError& e) {
     bool numeric = false;
     const long native = e.nativeErrorCode().toLong(&numeric);
-    Error error;
-    error.number = numeric && native != 0 ? native : kEngineError;
     QString text = e.databaseText().trimmed();
     if (text.isEmpty())
         text = e.text().trimmed();
     if (!numeric && !e.nativeErrorCode().isEmpty())
         text = e.nativeErrorCode() + QLatin1Char(' ') + text;
-    error.description = text.isEmpty() ? QStringLiteral("データベースエラー") : text;
-    return error;
+    return engineError(numeric ? native : 0, text);
+}
+
+Error engineError(long number, const QString& text) {
+    return Error{number != 0 ? number : kEngineError, text.isEmpty() ? QStringLiteral("データベースエラー") : text};
 }
 
 Connection::Connection()

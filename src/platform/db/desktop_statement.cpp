@@ -1,6 +1,7 @@
 #include "platform/db/desktop_statement.h"
 
 #include "platform/db/connection.h"
+#include "platform/db/engine_error.h"
 #include "platform/db/translate.h"
 
 #include <QByteArray>
@@ -9,10 +10,7 @@
 
 namespace db {
 
-DesktopStatement::DesktopStatement(Connection& connection)
-    : connection_(&connection), handle_(connection.desktopHandle()) {
-    connection.attach(this);
-}
+DesktopStatement::DesktopStatement(Connection& connection) : connection_(&connection) { connection.attach(this); }
 
 DesktopStatement::~DesktopStatement() {
     release();
@@ -29,29 +27,27 @@ void DesktopStatement::release() {
 
 void DesktopStatement::connectionClosed() {
     release();
-    handle_ = nullptr;
     connection_ = nullptr;
 }
 
 // The engine's number and its own words, as the engine's driver reports them.
-Error DesktopStatement::engineError(int code) const {
-    const char* message = handle_ ? sqlite3_errmsg(handle_) : nullptr;
-    const QString text = message ? QString::fromUtf8(message).trimmed() : QString();
-    return Error{code != SQLITE_OK ? static_cast<long>(code) : static_cast<long>(kEngineError),
-                 text.isEmpty() ? QStringLiteral("データベースエラー") : text};
+Error DesktopStatement::failure(int code) const {
+    const char* message = connection_ ? sqlite3_errmsg(connection_->desktopHandle()) : nullptr;
+    return engineError(code, message ? QString::fromUtf8(message).trimmed() : QString());
 }
 
 bool DesktopStatement::exec(const QString& text, Error* error) {
-    if (!handle_) {
+    sqlite3* handle = connection_ ? connection_->desktopHandle() : nullptr;
+    if (!handle) {
         *error = Error{kNotOpen, QStringLiteral("接続が開かれていません")};
         return false;
     }
     const QByteArray utf8 = text.toUtf8();
     const char* tail = nullptr;
     const int prepared =
-        sqlite3_prepare_v2(handle_, utf8.constData(), static_cast<int>(utf8.size()), &statement_, &tail);
+        sqlite3_prepare_v2(handle, utf8.constData(), static_cast<int>(utf8.size()), &statement_, &tail);
     if (prepared != SQLITE_OK) {
-        *error = engineError(prepared);
+        *error = failure(prepared);
         release();
         return false;
     }
@@ -78,7 +74,7 @@ bool DesktopStatement::next(Error* error) {
     }
     done_ = true;
     if (stepped != SQLITE_DONE)
-        *error = engineError(stepped);
+        *error = failure(stepped);
     // Behind the last row the statement holds no lock on the file any more.
     sqlite3_reset(statement_);
     return false;

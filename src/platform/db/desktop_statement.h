@@ -5,7 +5,6 @@
 #include <QString>
 #include <QVariant>
 
-struct sqlite3;
 struct sqlite3_stmt;
 
 namespace db {
@@ -42,10 +41,9 @@ public:
 
 private:
     void release();
-    Error engineError(int code) const;
+    Error failure(int code) const;
 
-    Connection* connection_;
-    sqlite3* handle_;
+    Connection* connection_; // null once the connection has closed
     sqlite3_stmt* statement_ = nullptr;
     bool row_ = false;
     bool done_ = false;
