@@ -13,15 +13,16 @@ packages=(
     build-essential cmake ninja-build
     # Qt Widgets, PrintSupport and Sql with the SQLite, PostgreSQL and ODBC drivers
     qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql libqt6sql6-odbc unixodbc-dev
-    # the desktop engine's library, on which the data layer reads rows directly
-    libsqlite3-dev
+    # the desktop engine's library and the server's client library, on which
+    # the data layer reads rows directly
+    libsqlite3-dev libpq-dev
     # an ODBC driver for the tests of the ODBC engine (registers "SQLite3")
     libsqliteodbc
     # PIN cipher
     libsodium-dev
     # tests and benchmarks (the benchmarks run the raw engines through libsqlite3
     # and libpq; a test reads the picture and the history of a run with python3)
-    libgtest-dev libgmock-dev libbenchmark-dev libpq-dev python3
+    libgtest-dev libgmock-dev libbenchmark-dev python3
     # the throwaway database server of the tests
     postgresql
     # screens without a display, and Japanese text on them

@@ -3,10 +3,12 @@
 
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
+#include "platform/db/server_result.h"
 #include "schema/schema.h"
 #include "support/test_databases.h"
 
 #include <QFile>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -308,6 +310,26 @@ TEST_P(DbEngines, AStatementWithoutRowsThroughARecordsetRunsOnce) {
               (QStringList{QStringLiteral("01|部長"), QStringLiteral("02|課長"), QStringLiteral("03|係長")}));
 }
 
+TEST_P(DbEngines, AStatementRunWhileARecordsetIsOpenLeavesItsRowsToIt) {
+    // A list looks up each row's office on the same connection while it reads its rows.
+    db::Recordset staff;
+    ASSERT_TRUE(staff.open(QStringLiteral("SELECT コード,事業所コード FROM M担当者 ORDER BY コード"), cn_))
+        << staff.lastError().description.toStdString();
+    QStringList read;
+    for (; !staff.eof(); staff.moveNext()) {
+        const QStringList office = rows(QStringLiteral("SELECT 名称 FROM M事業所 WHERE コード = '%1'")
+                                            .arg(staff.field(QStringLiteral("事業所コード")).text()),
+                                        {QStringLiteral("名称")});
+        run(QStringLiteral("UPDATE M役職 SET 名称 = '部長' WHERE コード = '01'"));
+        read.append(staff.field(QStringLiteral("コード")).text() + QLatin1Char('|') + office.join(QLatin1Char(',')));
+    }
+    EXPECT_FALSE(staff.lastError().failed()) << staff.lastError().description.toStdString();
+    EXPECT_EQ(read, (QStringList{QStringLiteral("00001|大阪支店"), QStringLiteral("00002|本社"),
+                                 QStringLiteral("00003|大阪支店"), QStringLiteral("00004|名古屋支店"),
+                                 QStringLiteral("00005|大阪支店"), QStringLiteral("00006|本社"),
+                                 QStringLiteral("00007|名古屋支店")}));
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, DbEngines, ::testing::Values(Engine::Sqlite, Engine::Postgres),
                          testdb::engineParamName);
 
@@ -375,6 +397,40 @@ TEST_P(DesktopReads, ClosingTheConnectionUnderAnOpenRecordsetLetsGoOfTheFile) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, DesktopReads, ::testing::Values(Engine::Sqlite), testdb::engineParamName);
+
+// The server's rows, read from the client library's result under the driver.
+class ServerReads : public DbEngines {};
+
+TEST_P(ServerReads, TheDriverKeepsItsRowsInTheClientLibrarysResult) {
+    // Debian's driver runs on the system's client library, as this layer does.
+    QSqlQuery query(cn_.database());
+    query.setForwardOnly(false);
+    ASSERT_TRUE(query.exec(QStringLiteral("SELECT コード, 42 AS 数 FROM M担当者")));
+    const db::ServerResult result(query);
+    ASSERT_TRUE(result.available());
+    EXPECT_EQ(result.columnCount(), 2);
+    EXPECT_EQ(result.columnName(0), QStringLiteral("コード"));
+    EXPECT_TRUE(result.isText(0));
+    EXPECT_FALSE(result.isText(1));
+    EXPECT_FALSE(result.isText(2));
+}
+
+TEST_P(ServerReads, TextsOfEveryKindComeBackAsTheServerKeepsThem) {
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT CAST('ab' AS CHAR(4)) AS 固定, CAST('山田' AS VARCHAR(10)) AS 可変, "
+                                       "CAST(NULL AS VARCHAR(10)) AS 空, CAST('' AS TEXT) AS 空文字, "
+                                       "CAST(1.25 AS NUMERIC(5,2)) AS 数"),
+                        cn_))
+        << rs.lastError().description.toStdString();
+    EXPECT_EQ(rs.field(QStringLiteral("固定")).text(), QStringLiteral("ab  "));
+    EXPECT_EQ(rs.field(QStringLiteral("可変")).text(), QStringLiteral("山田"));
+    EXPECT_TRUE(rs.field(QStringLiteral("空")).isNull());
+    EXPECT_FALSE(rs.field(QStringLiteral("空文字")).isNull());
+    EXPECT_EQ(rs.field(QStringLiteral("空文字")).text(), QString());
+    EXPECT_DOUBLE_EQ(rs.field(QStringLiteral("数")).value.toDouble(), 1.25);
+}
+
+INSTANTIATE_TEST_SUITE_P(Server, ServerReads, ::testing::Values(Engine::Postgres), testdb::engineParamName);
 
 TEST(DesktopFile, AFileThatIsNoDatabaseIsRefusedWithAClearDescription) {
     QTemporaryDir dir;

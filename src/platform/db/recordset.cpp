@@ -3,6 +3,7 @@
 #include "platform/db/connection.h"
 #include "platform/db/desktop_statement.h"
 #include "platform/db/engine_error.h"
+#include "platform/db/server_result.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -59,7 +60,12 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         bof_ = eof_ = !desktop_->atRow();
         return true;
     }
-    const bool ran = connection.run(query_, t.sql, true);
+    // The server's driver reads a forward-only result one row at a time off
+    // the connection, and a second statement on the connection would cut the
+    // rows still to come. The whole result is taken at once instead, as the
+    // client library does by itself, so a list may look things up while it
+    // reads its rows.
+    const bool ran = connection.run(query_, t.sql, connection.engine() != Engine::Postgres);
     recovery_ = connection.lastRecovery();
     if (!ran) {
         error_ = connection.lastError();
@@ -67,9 +73,17 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         return false;
     }
     open_ = true;
-    const QSqlRecord record = query_->record();
-    for (int i = 0; i < record.count(); ++i)
-        names_.append(programName(record.fieldName(i), connection.engine()));
+    if (connection.engine() == Engine::Postgres)
+        server_ = std::make_unique<ServerResult>(*query_);
+    if (server_ && server_->available()) {
+        for (int i = 0; i < server_->columnCount(); ++i)
+            names_.append(server_->columnName(i));
+    } else {
+        server_.reset();
+        const QSqlRecord record = query_->record();
+        for (int i = 0; i < record.count(); ++i)
+            names_.append(programName(record.fieldName(i), connection.engine()));
+    }
     moveNext();
     bof_ = eof_;
     return !error_.failed();
@@ -80,6 +94,7 @@ void Recordset::close() {
         query_->finish();
         query_.reset();
     }
+    server_.reset();
     desktop_.reset();
     open_ = false;
     names_.clear();
@@ -92,7 +107,11 @@ Field Recordset::field(const QString& name) const {
     const int index = indexOf(name);
     if (index < 0)
         return {};
-    return Field{desktop_ ? desktop_->value(index) : query_->value(index), true};
+    if (desktop_)
+        return Field{desktop_->value(index), true};
+    if (server_ && server_->isText(index))
+        return Field{server_->value(query_->at(), index), true};
+    return Field{query_->value(index), true};
 }
 
 // Names compare without regard to case; with two columns of one name the first counts.

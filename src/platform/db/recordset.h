@@ -14,6 +14,7 @@ class QSqlQuery;
 namespace db {
 
 class DesktopStatement;
+class ServerResult;
 
 // One column of the current row.
 struct Field {
@@ -64,6 +65,7 @@ private:
 
     std::unique_ptr<QSqlQuery> query_;          // a server's rows, through the engine's driver
     std::unique_ptr<DesktopStatement> desktop_; // the desktop engine's rows, read directly
+    std::unique_ptr<ServerResult> server_;      // the server's rows under the driver, read directly
     QStringList names_; // the column names of the result, as the program knows them
     bool open_ = false;
     bool bof_ = true;

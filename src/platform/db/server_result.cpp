@@ -1,0 +1,54 @@
+#include "platform/db/server_result.h"
+
+#include <QSqlQuery>
+#include <QSqlResult>
+
+#include <libpq-fe.h>
+
+namespace db {
+
+namespace {
+
+// The kinds of text columns, by the server's type number.
+constexpr Oid kNameType = 19;
+constexpr Oid kTextType = 25;
+constexpr Oid kPaddedTextType = 1042;
+constexpr Oid kVaryingTextType = 1043;
+
+} // namespace
+
+ServerResult::ServerResult(const QSqlQuery& query) {
+    // The server's driver names its result by the client library's type: by
+    // the name the type is declared with, or by its typedef, as Qt's version
+    // has it. The library is loaded once in a process, so the driver's result
+    // is one this layer can read.
+    const QSqlResult* result = query.result();
+    if (!result)
+        return;
+    const QVariant handle = result->handle();
+    if (!handle.isValid() ||
+        (qstrcmp(handle.typeName(), "pg_result*") != 0 && qstrcmp(handle.typeName(), "PGresult*") != 0))
+        return;
+    result_ = *static_cast<const pg_result* const*>(handle.constData());
+    if (!result_)
+        return;
+    const int columns = PQnfields(result_);
+    text_.resize(static_cast<std::size_t>(std::max(columns, 0)));
+    for (int c = 0; c < columns; ++c) {
+        const Oid type = PQftype(result_, c);
+        text_[static_cast<std::size_t>(c)] =
+            type == kTextType || type == kVaryingTextType || type == kPaddedTextType || type == kNameType;
+    }
+}
+
+int ServerResult::columnCount() const { return result_ ? PQnfields(result_) : 0; }
+
+QString ServerResult::columnName(int column) const { return QString::fromUtf8(PQfname(result_, column)); }
+
+QVariant ServerResult::value(int row, int column) const {
+    if (PQgetisnull(result_, row, column))
+        return QVariant(QMetaType::fromType<QString>());
+    return QString::fromUtf8(PQgetvalue(result_, row, column), PQgetlength(result_, row, column));
+}
+
+} // namespace db
