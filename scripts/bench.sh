@@ -6,6 +6,10 @@
 #
 #   scripts/bench.sh [BENCHMARK-ARG...]   e.g. --benchmark_filter=Postcode
 #
+# Each benchmark runs three times unless the arguments say how often
+# (--benchmark_repetitions=N); the summary gives the median of the runs, since
+# a single run on the server swings by tens of percent.
+#
 # The results of each program are kept as JSON in $STAFF_BENCH_OUT (default
 # <build>/bench-results).
 set -euo pipefail
@@ -28,6 +32,12 @@ for name in "${programs[@]}"; do
     fi
 done
 
+args=("$@")
+case " $* " in
+*" --benchmark_repetitions="*) ;;
+*) args+=(--benchmark_repetitions=3) ;;
+esac
+
 # One server for all programs: each makes its own databases on it.
 export STAFF_BENCH_PROGRAMS="${programs[*]}" STAFF_BENCH_BUILD="$build" STAFF_BENCH_RESULTS="$out"
 status=0
@@ -39,10 +49,10 @@ bash "$repo/scripts/with-postgres.sh" bash -c '
         "$STAFF_BENCH_BUILD/bench/$name" --benchmark_out="$STAFF_BENCH_RESULTS/$name.json" \
             --benchmark_out_format=json "$@" || status=1
     done
-    exit $status' bench "$@" || status=$?
+    exit $status' bench "${args[@]}" || status=$?
 
 python3 - "$out" "${programs[@]}" <<'PY'
-import json, os, re, sys
+import json, os, re, statistics, sys
 
 folder, programs = sys.argv[1], sys.argv[2:]
 scale = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}  # to milliseconds
@@ -63,7 +73,7 @@ def split(name):
 rows, order = {}, []
 for program in programs:
     path = os.path.join(folder, program + ".json")
-    if not os.path.exists(path):
+    if not os.path.exists(path) or os.path.getsize(path) == 0:  # none of its benchmarks ran
         continue
     try:
         with open(path) as f:
@@ -79,23 +89,22 @@ for program in programs:
         if key not in rows:
             rows[key] = {}
             order.append(key)
-        rows[key][side] = b["real_time"] * scale[b["time_unit"]]
+        rows[key].setdefault(side, []).append(b["real_time"] * scale[b["time_unit"]])
         if "ratio_to_raw" in b:
-            rows[key]["ratio"] = b["ratio_to_raw"]
+            rows[key].setdefault("ratio", []).append(b["ratio_to_raw"])
 
 def ms(v):
     return "-" if v is None else (f"{v:.3f}" if v < 10 else f"{v:.1f}")
 
 print()
-print("Summary (times per run in milliseconds; ratio = program / raw)")
-print(f"{'program':<15} {'path':<26} {'engine':<9} {'program':>10} {'raw':>10} {'ratio':>7}")
+print("Summary (times per run in milliseconds, the median of the repetitions; ratio = program / raw)")
+print(f"{'program':<15} {'path':<26} {'engine':<9} {'program':>10} {'raw':>10} {'ratio':>7} {'runs':>5}")
 for key in order:
     program, where, engine = key
-    r = rows[key]
-    ratio = r.get("ratio")
-    if ratio is None and r.get("Raw") and r.get("Program"):
-        ratio = r["Program"] / r["Raw"]
+    r = {side: statistics.median(values) for side, values in rows[key].items()}
+    ratio = r["Program"] / r["Raw"] if r.get("Raw") and r.get("Program") else r.get("ratio")
+    runs = len(rows[key].get("Program", []))
     print(f"{program:<15} {where:<26} {engine:<9} {ms(r.get('Program')):>10} {ms(r.get('Raw')):>10} "
-          f"{'-' if ratio is None else f'{ratio:.2f}':>7}")
+          f"{'-' if ratio is None else f'{ratio:.2f}':>7} {runs:>5}")
 PY
 exit "$status"
