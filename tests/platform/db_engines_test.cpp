@@ -430,6 +430,20 @@ TEST_P(ServerReads, TextsOfEveryKindComeBackAsTheServerKeepsThem) {
     EXPECT_DOUBLE_EQ(rs.field(QStringLiteral("数")).value.toDouble(), 1.25);
 }
 
+TEST_P(ServerReads, ClosingTheConnectionUnderAnOpenRecordsetEndsItsRows) {
+    auto cn = std::make_unique<db::Connection>();
+    ASSERT_TRUE(cn->open(database_->connectionText()));
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード FROM M担当者 ORDER BY コード"), *cn));
+    ASSERT_EQ(rs.field(QStringLiteral("コード")).text(), QStringLiteral("00001"));
+    cn.reset();
+    // Nothing of the closed connection is read any more.
+    rs.moveNext();
+    EXPECT_TRUE(rs.eof());
+    EXPECT_TRUE(rs.field(QStringLiteral("コード")).isNull());
+    rs.close();
+}
+
 INSTANTIATE_TEST_SUITE_P(Server, ServerReads, ::testing::Values(Engine::Postgres), testdb::engineParamName);
 
 TEST(DesktopFile, AFileThatIsNoDatabaseIsRefusedWithAClearDescription) {

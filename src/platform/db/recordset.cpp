@@ -102,7 +102,7 @@ void Recordset::close() {
 }
 
 Field Recordset::field(const QString& name) const {
-    if ((!query_ && !desktop_) || eof_)
+    if ((!query_ && !desktop_) || eof_ || (query_ && !query_->driver()))
         return {};
     const int index = indexOf(name);
     if (index < 0)
@@ -131,7 +131,8 @@ void Recordset::moveNext() {
         eof_ = !desktop_->next(&error_);
         return;
     }
-    if (!query_ || !query_->isSelect()) {
+    // A server's rows end with their connection, as the desktop file's do.
+    if (!query_ || !query_->isSelect() || !query_->driver()) {
         eof_ = true;
         return;
     }
