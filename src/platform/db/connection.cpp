@@ -184,9 +184,13 @@ sqlite3* Connection::sharedDesktopHandle() const {
     const QVariant handle = base.driver()->handle();
     if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
         return nullptr;
-    QSqlQuery source(base);
-    if (!source.exec(QStringLiteral("SELECT sqlite_source_id()")) || !source.next() ||
-        source.value(0).toString() != QString::fromUtf8(sqlite3_sourceid()))
+    // The driver is loaded once in a process: the first connection asks for all.
+    static const bool sameLibrary = [&base] {
+        QSqlQuery source(base);
+        return source.exec(QStringLiteral("SELECT sqlite_source_id()")) && source.next() &&
+               source.value(0).toString() == QString::fromUtf8(sqlite3_sourceid());
+    }();
+    if (!sameLibrary)
         return nullptr;
     return *static_cast<sqlite3* const*>(handle.constData());
 }

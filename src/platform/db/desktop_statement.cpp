@@ -22,6 +22,7 @@ void DesktopStatement::release() {
     if (statement_)
         sqlite3_finalize(statement_);
     statement_ = nullptr;
+    columns_ = 0;
     row_ = false;
 }
 
@@ -60,6 +61,7 @@ bool DesktopStatement::exec(const QString& text, Error* error) {
         release();
         return false;
     }
+    columns_ = sqlite3_column_count(statement_);
     return next(error) || !error->failed();
 }
 
@@ -80,7 +82,7 @@ bool DesktopStatement::next(Error* error) {
     return false;
 }
 
-int DesktopStatement::columnCount() const { return statement_ ? sqlite3_column_count(statement_) : 0; }
+int DesktopStatement::columnCount() const { return columns_; }
 
 QString DesktopStatement::columnName(int column) const {
     return statement_ ? QString::fromUtf8(sqlite3_column_name(statement_, column)) : QString();

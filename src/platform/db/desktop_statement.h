@@ -45,6 +45,7 @@ private:
 
     Connection* connection_; // null once the connection has closed
     sqlite3_stmt* statement_ = nullptr;
+    int columns_ = 0; // the prepared statement's column count
     bool row_ = false;
     bool done_ = false;
 };

@@ -73,13 +73,15 @@ bool Recordset::open(const QString& sql, Connection& connection) {
         return false;
     }
     open_ = true;
-    if (connection.engine() == Engine::Postgres)
+    if (connection.engine() == Engine::Postgres) {
         server_ = std::make_unique<ServerResult>(*query_);
-    if (server_ && server_->available()) {
+        if (!server_->available())
+            server_.reset();
+    }
+    if (server_) {
         for (int i = 0; i < server_->columnCount(); ++i)
             names_.append(server_->columnName(i));
     } else {
-        server_.reset();
         const QSqlRecord record = query_->record();
         for (int i = 0; i < record.count(); ++i)
             names_.append(programName(record.fieldName(i), connection.engine()));

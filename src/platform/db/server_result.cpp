@@ -32,16 +32,13 @@ ServerResult::ServerResult(const QSqlQuery& query) {
     result_ = *static_cast<const pg_result* const*>(handle.constData());
     if (!result_)
         return;
-    const int columns = PQnfields(result_);
-    text_.resize(static_cast<std::size_t>(std::max(columns, 0)));
-    for (int c = 0; c < columns; ++c) {
+    for (int c = 0; c < PQnfields(result_); ++c) {
         const Oid type = PQftype(result_, c);
-        text_[static_cast<std::size_t>(c)] =
-            type == kTextType || type == kVaryingTextType || type == kPaddedTextType || type == kNameType;
+        text_.push_back(type == kTextType || type == kVaryingTextType || type == kPaddedTextType || type == kNameType);
     }
 }
 
-int ServerResult::columnCount() const { return result_ ? PQnfields(result_) : 0; }
+int ServerResult::columnCount() const { return static_cast<int>(text_.size()); }
 
 QString ServerResult::columnName(int column) const { return QString::fromUtf8(PQfname(result_, column)); }
 

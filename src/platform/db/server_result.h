@@ -24,13 +24,13 @@ public:
     int columnCount() const;
     QString columnName(int column) const;
     // Whether the column holds text, which value() gives.
-    bool isText(int column) const { return column >= 0 && column < static_cast<int>(text_.size()) && text_[column]; }
+    bool isText(int column) const { return column >= 0 && column < columnCount() && text_[column]; }
     // A text column's value in a row: the text, or a null text.
     QVariant value(int row, int column) const;
 
 private:
     const pg_result* result_ = nullptr;
-    std::vector<bool> text_; // per column: whether it holds text
+    std::vector<bool> text_; // per column of the result: whether it holds text
 };
 
 } // namespace db
