@@ -182,6 +182,49 @@ TEST(Translate, DoubleWhereOfTheOuterJoinFormIsRefused) {
 TEST(Translate, UnterminatedTextIsLeftToTheEngine) {
     const QString sql = QStringLiteral("SELECT * FROM M担当者 WHERE 姓 = 'O'Brien'");
     EXPECT_EQ(ok(sql, Target::Postgres), sql);
+    // The blanks at the end are inside the string that the text leaves open: they stay.
+    const QString blanks = QStringLiteral("  UPDATE M担当者 SET 姓 = 'O'Brien', 名 = 'x' WHERE コード = '00001';  ");
+    EXPECT_EQ(ok(blanks, Target::Sqlite), blanks.mid(2));
+    EXPECT_EQ(ok(QStringLiteral(" SELECT 1 \n"), Target::Sqlite), QStringLiteral("SELECT 1"));
+}
+
+TEST(Translate, ALimitPutBehindTheTextDoesNotLandInItsLastComment) {
+    const QString sql = QStringLiteral("SELECT TOP 5 コード FROM M担当者 -- 先頭の五件");
+    EXPECT_EQ(ok(sql, Target::Sqlite), QStringLiteral("SELECT コード FROM M担当者 LIMIT 5"));
+    EXPECT_EQ(ok(sql, Target::Postgres), QStringLiteral("SELECT コード FROM M担当者 LIMIT 5"));
+    EXPECT_EQ(ok(sql, Target::OdbcOracle), QStringLiteral("SELECT コード FROM M担当者 FETCH FIRST 5 ROWS ONLY"));
+}
+
+TEST(Translate, AMovedOuterJoinConditionDoesNotTakeItsLineCommentAlong) {
+    // The comment ends with its line; joined onto one line it would swallow the rest of the WHERE.
+    const QString sql = QStringLiteral(
+        "SELECT M担当者.コード FROM M事業所,M担当者 WHERE M事業所.コード(+) = M担当者.事業所コード -- 事業所\n"
+        "AND M担当者.在籍区分 = '0'");
+    EXPECT_EQ(
+        ok(sql, Target::Sqlite),
+        QStringLiteral("SELECT M担当者.コード FROM M担当者 LEFT JOIN M事業所 ON M事業所.コード = M担当者.事業所コード "
+                       "WHERE M担当者.在籍区分 = '0'"));
+}
+
+TEST(Translate, TextLeftOpenIsRefusedWhenSomethingWouldBePutBehindIt) {
+    // An unterminated string moved into an ON would read the rest of the
+    // statement as its own, up to a quote further on.
+    const QString outer = QStringLiteral(
+        "SELECT M担当者.コード FROM M部門,M事業所,M担当者 WHERE M事業所.コード(+) = M担当者.事業所コード AND "
+        "M部門.コード(+) = M担当者.部門コード AND M担当者.氏名 LIKE '%");
+    EXPECT_EQ(refused(outer, Target::Sqlite), db::kTranslateError);
+    EXPECT_EQ(refused(outer, Target::Postgres), db::kTranslateError);
+    EXPECT_EQ(ok(outer, Target::OdbcOracle), outer);
+    // The desktop engine runs a statement that ends inside a comment: the limit would be lost in it.
+    EXPECT_EQ(refused(QStringLiteral("SELECT TOP 5 コード FROM M担当者 /* 先頭の"), Target::Sqlite),
+              db::kTranslateError);
+    EXPECT_EQ(refused(QStringLiteral("SELECT TOP 5 コード FROM M担当者 WHERE 氏名 = 'O'Brien'"), Target::Postgres),
+              db::kTranslateError);
+    EXPECT_EQ(
+        refused(QStringLiteral("SELECT * FROM M事業所 RIGHT JOIN M担当者 ON M事業所.コード = M担当者.事業所コード "
+                               "WHERE 氏名 = \"O'"),
+                Target::Sqlite),
+        db::kTranslateError);
 }
 
 TEST(Translate, RightJoinChainsAreTurnedRoundForTheDesktopEngine) {

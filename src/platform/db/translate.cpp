@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <memory>
 
 namespace db {
@@ -529,8 +530,23 @@ Translation translate(const QString& sql, Target target) {
     if (!takeTop(tokens, &limit, &error))
         return fail(error);
 
+    const bool outerJoins = target != Target::OdbcOracle && hasMarker(tokens);
+    const bool rightJoins = target == Target::Sqlite && std::any_of(tokens.cbegin(), tokens.cend(),
+                                                                    [](const Token& t) { return t.isWord("RIGHT"); });
+    if (!limit.isEmpty() || outerJoins || rightJoins) {
+        // The rebuilt text puts words behind the last token and runs moved
+        // conditions on one line: a string or comment that the text leaves
+        // open would swallow them, and so would a comment that ends with its
+        // line. Text left open is refused; line comments are taken out.
+        if (!tokens.isEmpty() && !tokens.last().closed)
+            return fail(
+                QStringLiteral("閉じていない引用符かコメントがあります (text that ends inside quotes or a comment)"));
+        tokens.removeIf(
+            [](const Token& t) { return t.kind == Token::Comment && t.text.startsWith(QLatin1String("--")); });
+    }
+
     QString text;
-    if (target != Target::OdbcOracle && hasMarker(tokens)) {
+    if (outerJoins) {
         Translation joined = rewriteOuterJoins(tokens);
         if (!joined.ok)
             return joined;
@@ -538,7 +554,13 @@ Translation translate(const QString& sql, Target target) {
     } else {
         if (target == Target::Sqlite)
             turnRightJoins(tokens);
-        text = join(tokens).trimmed();
+        // Blanks around the statement go, but not those inside a string
+        // that the text leaves open: the engine reports it as it stands.
+        while (!tokens.isEmpty() && tokens.last().kind == Token::Space)
+            tokens.removeLast();
+        while (!tokens.isEmpty() && tokens.first().kind == Token::Space)
+            tokens.removeFirst();
+        text = join(tokens);
     }
     if (!limit.isEmpty()) {
         if (target == Target::OdbcOracle)
