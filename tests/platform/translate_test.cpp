@@ -63,6 +63,17 @@ TEST(Translate, ABracketedNameBesideAWordKeepsQuotesOnPostgres) {
               QStringLiteral("SELECT a\"b\", 1\"c\" FROM T"));
 }
 
+TEST(Translate, QuotedNamesThatWouldTouchStaySeparate) {
+    // "a b""c" would be one name with a quote inside; a name left open would
+    // take the quoted name in front of it into itself.
+    for (Target t : {Target::Postgres, Target::OdbcOracle}) {
+        EXPECT_EQ(ok(QStringLiteral("SELECT [a b]\"c\" FROM T"), t), QStringLiteral("SELECT \"a b\" \"c\" FROM T"));
+        EXPECT_EQ(ok(QStringLiteral("SELECT \"c\"[a b] FROM T"), t), QStringLiteral("SELECT \"c\" \"a b\" FROM T"));
+        EXPECT_EQ(ok(QStringLiteral("INSERT INTO [L担当 者]\"(コード"), t),
+                  QStringLiteral("INSERT INTO \"L担当 者\" \"(コード"));
+    }
+}
+
 TEST(Translate, BracketsInsideStringsAreLeftAlone) {
     EXPECT_EQ(ok(QStringLiteral("SELECT * FROM M担当者 WHERE 氏名 = '[山田]'"), Target::Postgres),
               QStringLiteral("SELECT * FROM M担当者 WHERE 氏名 = '[山田]'"));

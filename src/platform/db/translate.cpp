@@ -519,7 +519,17 @@ Translation translate(const QString& sql, Target target) {
                     simple = false;
                 if (i + 1 < tokens.size() && !tokens.at(i + 1).text.isEmpty() && wordLike(tokens.at(i + 1).text.front()))
                     simple = false;
-                t.text = simple ? name : QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
+                if (simple) {
+                    t.text = name;
+                    continue;
+                }
+                t.text = QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+                         QLatin1Char('"');
+                // Two quoted names that touch would be read as one with a quote inside.
+                if (i > 0 && tokens.at(i - 1).text.endsWith(QLatin1Char('"')))
+                    t.text.prepend(QLatin1Char(' '));
+                if (i + 1 < tokens.size() && tokens.at(i + 1).text.startsWith(QLatin1Char('"')))
+                    t.text.append(QLatin1Char(' '));
             } else if (target == Target::Postgres && t.isWord("LIKE")) {
                 t.text = QStringLiteral("ILIKE");
             }
