@@ -9,6 +9,8 @@
 //  - a translated text ends open (inside a string, a quoted name or a
 //    comment) only with the very token that the input ends open with: what
 //    the translator moves or puts behind never lands inside it;
+//  - a row limit ("TOP n" behind a SELECT) comes out as the last words of the
+//    text, not inside a comment or a string;
 //  - a refused text comes back with a number and a description.
 #include "platform/db/sql_lexer.h"
 #include "platform/db/translate.h"
@@ -30,6 +32,19 @@ bool oneStatement(const QList<db::Token>& tokens) {
     return true;
 }
 
+// Whether a SELECT with TOP behind it stands in the text.
+bool takesTop(const QList<db::Token>& tokens) {
+    qsizetype previous = -1;
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        if (tokens.at(i).isBlank())
+            continue;
+        if (previous >= 0 && tokens.at(previous).isWord("SELECT") && tokens.at(i).isWord("TOP"))
+            return true;
+        previous = i;
+    }
+    return false;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -46,6 +61,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         const QList<db::Token> tokens = db::lex(t.sql);
         fuzz::require(oneStatement(tokens));
+        if (target != db::Target::OdbcNative && takesTop(inputTokens)) {
+            fuzz::require(!tokens.isEmpty());
+            const db::Token& last = tokens.last();
+            fuzz::require(target == db::Target::OdbcOracle ? last.isWord("ONLY") : last.kind == db::Token::Number);
+        }
         if (!tokens.isEmpty() && !tokens.last().closed)
             fuzz::require(!inputTokens.isEmpty() && !inputTokens.last().closed &&
                           inputTokens.last().text == tokens.last().text);
