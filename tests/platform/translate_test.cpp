@@ -174,6 +174,16 @@ TEST(Translate, WhatCannotBeTranslatedIsAnErrorWithADescription) {
                       Target::Sqlite),
               db::kTranslateError);
     EXPECT_EQ(refused(QStringLiteral("SELECT TOP x * FROM M担当者"), Target::Sqlite), db::kTranslateError);
+    // The limit behind the whole text would limit both halves together.
+    for (Target t : {Target::Sqlite, Target::Postgres, Target::OdbcOracle})
+        EXPECT_EQ(refused(QStringLiteral("SELECT TOP 5 コード FROM M担当者 UNION SELECT コード FROM M社員"), t),
+                  db::kTranslateError);
+    EXPECT_EQ(
+        ok(QStringLiteral("SELECT TOP 5 コード FROM M担当者 WHERE コード IN (SELECT コード FROM M社員 UNION "
+                          "SELECT コード FROM L担当者) ORDER BY コード"),
+           Target::Sqlite),
+        QStringLiteral("SELECT コード FROM M担当者 WHERE コード IN (SELECT コード FROM M社員 UNION SELECT コード FROM "
+                       "L担当者) ORDER BY コード LIMIT 5"));
     EXPECT_EQ(refused(QStringLiteral("SELECT * FROM a, t WHERE a.x(+) = t.x OR t.y = '1'"), Target::Sqlite),
               db::kTranslateError);
     EXPECT_EQ(refused(QStringLiteral("SELECT * FROM a, t WHERE x(+) = t.x"), Target::Sqlite), db::kTranslateError);

@@ -107,6 +107,12 @@ bool takeTop(Tokens& t, QString* limit, QString* error) {
             *error = QStringLiteral("TOP の後に件数がありません (TOP without a row count)");
             return false;
         }
+        // TOP limits its own SELECT; a limit behind a compound statement limits all of it.
+        for (qsizetype k = 0; k < t.size(); ++k)
+            if (d.at(k) == 0 && (t.at(k).isWord("UNION") || t.at(k).isWord("INTERSECT") || t.at(k).isWord("EXCEPT"))) {
+                *error = QStringLiteral("UNION と TOP は変換できません (TOP with UNION)");
+                return false;
+            }
         *limit = t.at(num).text;
         const qsizetype after = nextSolid(t, num + 1);
         t.remove(top, after - top);
