@@ -431,14 +431,9 @@ QString render(const JoinNode& n, bool outer) {
     return outer ? text : QLatin1Char('(') + text + QLatin1Char(')');
 }
 
-// "X RIGHT JOIN Y ON c" is "Y LEFT JOIN X ON c": the same rows.
+// "X RIGHT JOIN Y ON c" is "Y LEFT JOIN X ON c": the same rows. For a text
+// with the word RIGHT in it.
 void turnRightJoins(Tokens& t) {
-    bool any = false;
-    for (const Token& w : t)
-        if (w.isWord("RIGHT"))
-            any = true;
-    if (!any)
-        return;
     const QList<int> d = depths(t);
     qsizetype from = -1, end = t.size();
     for (qsizetype i = 0; i < t.size(); ++i) {
@@ -568,7 +563,7 @@ Translation translate(const QString& sql, Target target) {
             return joined;
         text = joined.sql;
     } else {
-        if (target == Target::Sqlite)
+        if (rightJoins)
             turnRightJoins(tokens);
         // Blanks around the statement go, but not those inside a string
         // that the text leaves open: the engine reports it as it stands.
