@@ -243,6 +243,24 @@ TEST_P(DbEngines, CountOfOfficesAndFieldsByNameWithoutCase) {
               QStringList{QStringLiteral("yamada@example.jp")});
 }
 
+// The server folds unquoted names to lower case; the program asks in its own
+// case on every row, and a recordset opened anew finds its own columns.
+TEST_P(DbEngines, NamesAskedInAnotherCaseFindTheirColumnsOnEveryRowAndAfterAReopen) {
+    EXPECT_EQ(rows(QStringLiteral("SELECT コード, EMAIL FROM M担当者 WHERE コード < '00004' ORDER BY コード"),
+                   {QStringLiteral("Email"), QStringLiteral("コード"), QStringLiteral("email")}),
+              (QStringList{QStringLiteral("yamada@example.jp|00001|yamada@example.jp"),
+                           QStringLiteral("sato@example.jp|00002|sato@example.jp"),
+                           QStringLiteral("yamamoto@example.jp|00003|yamamoto@example.jp")}));
+    db::Recordset rs;
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT コード, EMAIL FROM M担当者 WHERE コード = '00002'"), cn_));
+    EXPECT_EQ(rs.field(QStringLiteral("Email")).text(), QStringLiteral("sato@example.jp"));
+    ASSERT_TRUE(rs.open(QStringLiteral("SELECT EMAIL, 氏名 AS Email2, コード FROM M担当者 WHERE コード = '00005'"), cn_));
+    EXPECT_EQ(rs.field(QStringLiteral("Email")).text(), QStringLiteral("YAMAGUCHI@EXAMPLE.JP"));
+    EXPECT_EQ(rs.field(QStringLiteral("EMAIL2")).text(), QStringLiteral("山口 三郎"));
+    EXPECT_FALSE(rs.field(QStringLiteral("Email3")).exists);
+    rs.close();
+}
+
 TEST_P(DbEngines, EmptyResultStandsOnNoRow) {
     db::Recordset rs;
     ASSERT_TRUE(rs.open(QStringLiteral("SELECT TOP 1 * FROM M他業務連携 WHERE コード = '003'"), cn_));

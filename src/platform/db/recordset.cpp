@@ -100,6 +100,7 @@ void Recordset::close() {
     desktop_.reset();
     open_ = false;
     names_.clear();
+    caseBlindHits_.clear();
     bof_ = eof_ = true;
 }
 
@@ -122,9 +123,17 @@ int Recordset::indexOf(const QString& name) const {
     for (qsizetype i = 0; i < names_.size(); ++i)
         if (names_.at(i) == name)
             return static_cast<int>(i);
+    // The server gives back the names it folded to lower case ("住所a" for
+    // 住所A), and a list asks for the same names on every row: a name found
+    // without regard to case is remembered as the program wrote it.
+    for (const auto& [asked, index] : caseBlindHits_)
+        if (asked == name)
+            return index;
     for (qsizetype i = 0; i < names_.size(); ++i)
-        if (names_.at(i).compare(name, Qt::CaseInsensitive) == 0)
+        if (names_.at(i).compare(name, Qt::CaseInsensitive) == 0) {
+            caseBlindHits_.append({name, static_cast<int>(i)});
             return static_cast<int>(i);
+        }
     return -1;
 }
 

@@ -67,6 +67,9 @@ private:
     std::unique_ptr<DesktopStatement> desktop_; // the desktop engine's rows, read directly
     std::unique_ptr<ServerResult> server_;      // the server's rows under the driver, read directly
     QStringList names_; // the column names of the result, as the program knows them
+    // Names the program asked for that matched a column only without regard
+    // to case, as it wrote them, with the column they found.
+    mutable QList<QPair<QString, int>> caseBlindHits_;
     bool open_ = false;
     bool bof_ = true;
     bool eof_ = true;
